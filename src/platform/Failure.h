@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "text/Text.h"
+
+// What went wrong, as a value; number 0 is success. The numbers are the classic run-time errors
+// that the trace has always shown (53 file not found, 62 past the end of the file, 70 denied …).
+struct Failure {
+  int number = 0;
+  Text description;  // one French phrase for the user, without a full stop
+
+  explicit operator bool() const { return number != 0; }
+};
+
+namespace failures {
+Failure overflow();         // 6
+Failure pastEndOfFile();    // 62
+Failure notRegularFile();   // 75
+Failure changingFile();     // 70: the file changed under every attempt to read it
+}  // namespace failures
+
+// The failure for a value of errno.
+Failure failureFromErrno(int error);

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/Failure.h"
+#include "text/Text.h"
+
+// Opens documents and starts programs on the user's desktop.
+
+enum class ShowState { Normal, Maximised };
+
+// A request to the desktop, as its pages and menus make it.
+struct ShellRequest {
+  Text operation;   // "open", or "" for the document's default operation
+  Text file;        // a document, a program or an address
+  Text parameters;  // for a program: one command-line tail, quoted as a shell would
+  Text directory;   // where a program starts, and what a relative file is relative to
+  ShowState show = ShowState::Normal;
+};
+
+class Shell {
+ public:
+  virtual ~Shell() = default;
+
+  // Opens a document with its program, or starts a program. Never waits for it. A failure is also
+  // traced; one that shows only later (no program for the document) is traced alone.
+  virtual Failure ShellExecute(const ShellRequest& request) = 0;
+
+  // Starts a command line in a normal window with the focus, without waiting: a program's name and
+  // what it is to be given, such as "notepad " + path (nothing in it is quoted).
+  virtual Failure startCommandLine(const Text& commandLine) = 0;
+};

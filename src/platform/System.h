@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "text/LocaleData.h"
+#include "text/Text.h"
+
+// What the operating system tells about itself and about this process.
+
+// An environment variable; nothing when it is unset or empty.
+std::optional<Text> environmentVariable(const char* name);
+
+Text currentFolder();
+
+// The running program's file, links resolved.
+Text executablePath();
+
+// The user's home folder, without a trailing separator.
+Text homeFolder();
+
+// True when files can be created in the folder.
+bool isWritableFolder(const Text& path);
+
+// The desktop's locale; the C locale counts as French.
+LocaleData systemLocale();
+
+// The user's runtime folder, created with mode 0700 where the system has none.
+Text runtimeFolder();
+
+// One running instance per user. The lock dies with its owner, however that ends.
+class InstanceGuard {
+ public:
+  InstanceGuard();
+  ~InstanceGuard();
+
+  // True when this process now is the running instance; `programFolder` is left for whoever has to
+  // relaunch it. False when another one is.
+  bool acquire(const Text& programFolder);
+
+ private:
+  struct Lock;
+  std::unique_ptr<Lock> lock_;
+};
+
+// Who holds the instance lock.
+struct RunningInstance {
+  int processId = 0;
+  Text programFolder;
+};
+std::optional<RunningInstance> runningInstance();

@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/qt/MessageBoxQuestions.h"
+
+#include <QKeyEvent>
+#include <QMessageBox>
+#include <QPushButton>
+#include <vector>
+
+#include "platform/qt/QtText.h"
+#include "text/Split.h"
+
+namespace {
+
+// A message window that only its buttons close, when it has no button for leaving things alone.
+class BoxWindow : public QMessageBox {
+ public:
+  bool leavable = true;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (event->key() == Qt::Key_Escape && !leavable) return;
+    QMessageBox::keyPressEvent(event);
+  }
+  void closeEvent(QCloseEvent* event) override {
+    if (leavable) {
+      QMessageBox::closeEvent(event);
+    } else {
+      event->ignore();
+    }
+  }
+};
+
+QMessageBox::Icon iconOf(BoxIcon icon) {
+  switch (icon) {
+    case BoxIcon::Critical: return QMessageBox::Critical;
+    case BoxIcon::Question: return QMessageBox::Question;
+    case BoxIcon::Exclamation: return QMessageBox::Warning;
+    case BoxIcon::Information: return QMessageBox::Information;
+    case BoxIcon::None: break;
+  }
+  return QMessageBox::NoIcon;
+}
+
+std::vector<Answer> answersOf(BoxButtons buttons) {
+  switch (buttons) {
+    case BoxButtons::Ok: return {Answer::Ok};
+    case BoxButtons::OkCancel: return {Answer::Ok, Answer::Cancel};
+    case BoxButtons::YesNo: return {Answer::Yes, Answer::No};
+    case BoxButtons::YesNoCancel: return {Answer::Yes, Answer::No, Answer::Cancel};
+  }
+  return {Answer::Ok};
+}
+
+struct ButtonKind {
+  QMessageBox::StandardButton button;
+  QString caption;
+};
+
+ButtonKind kindOf(Answer answer) {
+  switch (answer) {
+    case Answer::Ok: return {QMessageBox::Ok, QStringLiteral("OK")};
+    case Answer::Cancel: return {QMessageBox::Cancel, QStringLiteral("Annuler")};
+    case Answer::Yes: return {QMessageBox::Yes, QStringLiteral("Oui")};
+    case Answer::No: return {QMessageBox::No, QStringLiteral("Non")};
+  }
+  return {};
+}
+
+}  // namespace
+
+Answer MessageBoxQuestions::ask(const Box& box) {
+  BoxWindow window;
+  window.leavable = box.buttons != BoxButtons::YesNo;
+  window.setWindowTitle(toQt(box.title));
+  window.setTextFormat(Qt::PlainText);
+  window.setText(toQt(withPlainLineBreaks(box.text)));
+  window.setTextInteractionFlags(Qt::TextSelectableByMouse);
+  window.setIcon(iconOf(box.icon));
+
+  for (const Answer answer : answersOf(box.buttons)) {
+    const ButtonKind kind = kindOf(answer);
+    window.addButton(kind.button)->setText(kind.caption);
+  }
+  window.setDefaultButton(kindOf(box.defaultAnswer).button);
+
+  const int pressed = window.exec();
+  for (const Answer answer : answersOf(box.buttons)) {
+    if (kindOf(answer).button == pressed) return answer;
+  }
+  return box.buttons == BoxButtons::Ok ? Answer::Ok : Answer::Cancel;
+}

@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+
+#include "text/Text.h"
+
+inline QString toQt(TextView text) {
+  return QString(reinterpret_cast<const QChar*>(text.data()),
+                 static_cast<qsizetype>(text.size()));
+}
+
+inline Text fromQt(const QString& text) { return text.toStdU16String(); }
