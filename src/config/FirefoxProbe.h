@@ -1,0 +1,7 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/Questions.h"
+
+// A diagnosis: whether the system knows Firefox as an application.
+Box firefoxProbeBox(bool exists);
