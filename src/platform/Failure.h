@@ -10,6 +10,7 @@ struct Failure {
   Text description;  // one French phrase for the user, without a full stop
 
   explicit operator bool() const { return number != 0; }
+  bool operator==(const Failure&) const = default;
 };
 
 namespace failures {
@@ -19,5 +20,8 @@ Failure notRegularFile();   // 75
 Failure changingFile();     // 70: the file changed under every attempt to read it
 }  // namespace failures
 
-// The failure for a value of errno.
+// The failure for a value of errno; 0 is success.
 Failure failureFromErrno(int error);
+
+// The same failure, its phrase naming what it was about: "Fichier introuvable : xdg-open".
+Failure about(Failure failure, TextView what);

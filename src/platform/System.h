@@ -12,12 +12,13 @@
 // An environment variable; nothing when it is unset or empty.
 std::optional<Text> environmentVariable(const char* name);
 
+// "" when the current folder is gone.
 Text currentFolder();
 
-// The running program's file, links resolved.
+// The running program's file, links resolved; where it stood, when it has been replaced since.
 Text executablePath();
 
-// The user's home folder, without a trailing separator.
+// The user's home folder, without a trailing separator (unless it is the root itself).
 Text homeFolder();
 
 // True when files can be created in the folder.
@@ -26,7 +27,8 @@ bool isWritableFolder(const Text& path);
 // The desktop's locale; the C locale counts as French.
 LocaleData systemLocale();
 
-// The user's runtime folder, created with mode 0700 where the system has none.
+// The user's runtime folder, without a trailing separator; created with mode 0700 where the system
+// has none.
 Text runtimeFolder();
 
 // One running instance per user. The lock dies with its owner, however that ends.
@@ -44,9 +46,10 @@ class InstanceGuard {
   std::unique_ptr<Lock> lock_;
 };
 
-// Who holds the instance lock.
+// Who holds the instance lock; nothing when nobody does. Asking never disturbs an instance that is
+// just starting.
 struct RunningInstance {
-  int processId = 0;
+  int processId = 0;  // 0 when the holder cannot be told (it is just starting)
   Text programFolder;
 };
 std::optional<RunningInstance> runningInstance();

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/Failure.h"
+
+#include <cerrno>
+
+namespace {
+
+struct ErrnoRow {
+  int error;
+  int number;
+  TextView description;
+};
+
+constexpr ErrnoRow kErrnoRows[] = {
+    {ENOENT, 53, u"Fichier introuvable"}, {EIO, 57, u"Erreur d'E/S de périphérique"},
+    {ENOSPC, 61, u"Disque plein"},        {EDQUOT, 61, u"Disque plein"},
+    {EMFILE, 67, u"Trop de fichiers"},    {ENFILE, 67, u"Trop de fichiers"},
+    {EACCES, 70, u"Permission refusée"},  {EPERM, 70, u"Permission refusée"},
+    {EROFS, 70, u"Permission refusée"},   {ENOTDIR, 76, u"Chemin d'accès introuvable"},
+};
+
+Failure pathOrFileAccess() {
+  return {75, u"Erreur d'accès Chemin/Fichier"};
+}
+
+}  // namespace
+
+namespace failures {
+
+Failure overflow() {
+  return {6, u"Dépassement de capacité"};
+}
+
+Failure pastEndOfFile() {
+  return {62, u"L'entrée dépasse la fin du fichier"};
+}
+
+Failure notRegularFile() {
+  return pathOrFileAccess();
+}
+
+Failure changingFile() {
+  return {70, u"Le fichier change pendant la lecture"};
+}
+
+}  // namespace failures
+
+Failure failureFromErrno(int error) {
+  if (error == 0) return {};
+  for (const ErrnoRow& row : kErrnoRows) {
+    if (row.error == error) return {row.number, Text(row.description)};
+  }
+  return pathOrFileAccess();
+}
+
+Failure about(Failure failure, TextView what) {
+  failure.description.append(u" : ").append(what);
+  return failure;
+}

@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/System.h"
+
+#include <array>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <langinfo.h>
+#include <locale.h>
+#include <memory>
+#include <pwd.h>
+#include <string>
+#include <sys/stat.h>
+#include <type_traits>
+#include <unistd.h>
+
+#include "platform/linux/RuntimeFolder.h"
+#include "text/Paths.h"
+#include "text/Utf.h"
+
+namespace {
+
+std::string environmentBytes(const char* name) {
+  const char* value = std::getenv(name);
+  return value ? value : "";
+}
+
+std::string withoutTrailingSlash(std::string path) {
+  while (path.size() > 1 && path.ends_with('/')) path.pop_back();
+  return path;
+}
+
+std::string homeFromUserRecord() {
+  std::array<char, 16384> buffer{};
+  passwd record{};
+  passwd* found = nullptr;
+  if (::getpwuid_r(::getuid(), &record, buffer.data(), buffer.size(), &found) != 0) return "/";
+  return found && found->pw_dir && *found->pw_dir ? found->pw_dir : "/";
+}
+
+bool isFolderForUs(const std::string& path) {
+  struct stat status {};
+  if (::stat(path.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) return false;
+  return ::faccessat(AT_FDCWD, path.c_str(), W_OK | X_OK, AT_EACCESS) == 0;
+}
+
+using Locale = std::unique_ptr<std::remove_pointer_t<locale_t>, decltype(&::freelocale)>;
+
+// The locale that the environment names for one category; null when it names none that says
+// anything about the user (C, POSIX), or one that is not installed.
+Locale categoryLocale(const char* category, int mask) {
+  std::string name = environmentBytes("LC_ALL");
+  if (name.empty()) name = environmentBytes(category);
+  if (name.empty()) name = environmentBytes("LANG");
+  const std::string language = name.substr(0, name.find_first_of(".@"));
+  const bool saysNothing = language.empty() || language == "C" || language == "POSIX";
+  return {saysNothing ? locale_t() : ::newlocale(mask, name.c_str(), locale_t()), &::freelocale};
+}
+
+}  // namespace
+
+std::optional<Text> environmentVariable(const char* name) {
+  const std::string value = environmentBytes(name);
+  if (value.empty()) return std::nullopt;
+  return fromUtf8Lossless(value);
+}
+
+Text currentFolder() {
+  std::error_code error;
+  const std::filesystem::path folder = std::filesystem::current_path(error);
+  return error ? Text() : fromPath(folder);
+}
+
+Text executablePath() {
+  constexpr std::string_view kGone = " (deleted)";
+  std::error_code error;
+  std::string path = std::filesystem::read_symlink("/proc/self/exe", error).native();
+  // An update has put another file in its place, or a file that is really called that stands there.
+  if (path.ends_with(kGone) && !std::filesystem::exists(path, error)) {
+    path.resize(path.size() - kGone.size());
+  }
+  return fromUtf8Lossless(path);
+}
+
+Text homeFolder() {
+  const std::string home = environmentBytes("HOME");
+  return fromUtf8Lossless(withoutTrailingSlash(home.empty() ? homeFromUserRecord() : home));
+}
+
+bool isWritableFolder(const Text& path) {
+  return isFolderForUs(toPath(path).native());
+}
+
+LocaleData systemLocale() {
+  LocaleData data = frenchLocale();
+  if (const Locale numeric = categoryLocale("LC_NUMERIC", LC_NUMERIC_MASK)) {
+    const Text separator = fromUtf8(::nl_langinfo_l(RADIXCHAR, numeric.get()));
+    if (separator.size() == 1 && separator.front() != u'\uFFFD') {
+      data.decimalSeparator = separator.front();
+    }
+  }
+  if (const Locale time = categoryLocale("LC_TIME", LC_TIME_MASK)) {
+    const std::string format = ::nl_langinfo_l(D_FMT, time.get());
+    if (!format.empty()) data.dateFormat = format;
+  }
+  return data;
+}
+
+bool makePrivateFolder(const std::string& path) {
+  constexpr mode_t kOursAlone = 0700;
+  if (::mkdir(path.c_str(), kOursAlone) == 0) return true;
+  const int folder = ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+  if (folder < 0) return false;
+  struct stat status {};
+  const bool ours = ::fstat(folder, &status) == 0 && status.st_uid == ::geteuid() &&
+                    ::fchmod(folder, kOursAlone) == 0;
+  ::close(folder);
+  return ours;
+}
+
+Text runtimeFolder() {
+  const std::string given = withoutTrailingSlash(environmentBytes("XDG_RUNTIME_DIR"));
+  if (given.starts_with('/') && isFolderForUs(given)) return fromUtf8Lossless(given);
+  const std::string shared = "/tmp/tavrollo-" + std::to_string(::geteuid());
+  if (makePrivateFolder(shared)) return fromUtf8Lossless(shared);
+  const Text home = homeFolder();
+  const std::string own = toUtf8Lossless(home) + "/.tavrollo";
+  return makePrivateFolder(own) ? fromUtf8Lossless(own) : home;
+}
