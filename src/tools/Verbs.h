@@ -13,6 +13,9 @@
 inline constexpr int kDone = 0;
 inline constexpr int kFailed = 2;
 
+// The command in a browser's cookie store: its position, its page's host and its value.
+int cookieVerb(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err);
+
 // The settings in a config.cfg, one name and value a line.
 int configVerb(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err);
 

@@ -18,6 +18,7 @@ struct Verb {
 };
 
 constexpr Verb kVerbs[] = {
+    {"cookie", "la commande que contient une base de cookies", cookieVerb},
     {"config", "les réglages d'un fichier config.cfg", configVerb},
     {"shortcuts", "les raccourcis d'un fichier shortQrCode.js", shortcutsVerb},
 };

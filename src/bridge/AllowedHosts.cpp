@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "bridge/AllowedHosts.h"
+
+#include <algorithm>
+
+#include "platform/Files.h"
+#include "text/Paths.h"
+#include "text/Split.h"
+
+namespace {
+
+// Hosts are ASCII in the store: a browser writes other names in their ASCII form.
+std::string lowerAscii(std::string_view text) {
+  std::string lower(text);
+  std::transform(lower.begin(), lower.end(), lower.begin(), [](char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+  });
+  return lower;
+}
+
+std::string_view trimmed(std::string_view line) {
+  constexpr std::string_view kBlanks = " \t\r";
+  const std::size_t first = line.find_first_not_of(kBlanks);
+  if (first == std::string_view::npos) return {};
+  return line.substr(first, line.find_last_not_of(kBlanks) - first + 1);
+}
+
+bool isLocal(std::string_view host) {
+  return host.empty() || host == "localhost" || host == "127.0.0.1" || host == "[::1]";
+}
+
+}  // namespace
+
+AllowedHosts::AllowedHosts(std::string_view listFile) {
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  if (listFile.starts_with(kByteOrderMark)) listFile.remove_prefix(kByteOrderMark.size());
+  for (const std::string_view line : splitLines(listFile)) {
+    const std::string_view host = trimmed(line);
+    if (!host.empty() && !host.starts_with('#')) listed_.insert(lowerAscii(host));
+  }
+}
+
+bool AllowedHosts::allows(std::string_view host) const {
+  const std::string lower = lowerAscii(host);
+  return isLocal(lower) || listed_.contains(lower);
+}
+
+Text allowedHostsPath(const Text& programFolder) {
+  return programFolder + nativePath(u"\\hotes_autorises.txt");
+}
+
+AllowedHosts readAllowedHosts(const Text& path) {
+  std::string bytes;
+  if (readFile(path, bytes)) return {};
+  return AllowedHosts(bytes);
+}
