@@ -10,10 +10,10 @@ enum class ShowState { Normal, Maximised };
 
 // A request to the desktop, as its pages and menus make it.
 struct ShellRequest {
-  Text operation;   // "open", or "" for the document's default operation
-  Text file;        // a document, a program or an address
-  Text parameters;  // for a program: one command-line tail, quoted as a shell would
-  Text directory;   // where a program starts, and what a relative file is relative to
+  Text operation = {};   // "open", or "" for the document's default operation
+  Text file = {};        // a document, a program or an address
+  Text parameters = {};  // for a program: one command-line tail, quoted as a shell would
+  Text directory = {};   // where a program starts, and what a relative file is relative to
   ShowState show = ShowState::Normal;
 };
 

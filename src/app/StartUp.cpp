@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/StartUp.h"
+
+#include "app/DefaultBrowserCheck.h"
+#include "app/Relaunch.h"
+#include "app/StartUpBoxes.h"
+#include "config/ConfigBoxes.h"
+#include "config/ConfigFile.h"
+#include "config/ShortcutStore.h"
+#include "platform/Files.h"
+#include "platform/System.h"
+#include "text/Numbers.h"
+#include "text/Paths.h"
+
+namespace {
+
+constexpr std::int32_t kDesignInterval = 1000;  // milliseconds
+
+}  // namespace
+
+bool StartUp::Form_Load(bool firstInstance, const Text& executablePath) {
+  if (!firstInstance) {
+    const bool relaunch = to_.questions.ask(alreadyRunningBox()) == Answer::Yes;
+    if (relaunch) to_.shell.ShellExecute(relaunchRequest(executablePath));
+    return false;
+  }
+  to_.host.addTrayIcon();
+  to_.host.setUpNotice();
+  to_.host.attachMenuBitmaps();
+  return InitVar();
+}
+
+bool StartUp::InitVar() {
+  Companion& companion = to_.companion;
+  Settings& settings = companion.settings;
+
+  MAJshortQrCodeJs(companion.programFolder);
+  to_.reader.setCookieOffset(loadOffsetCookie(companion.programFolder));
+  to_.reader.setAllowedHosts(readAllowedHosts(allowedHostsPath(companion.programFolder)));
+
+  prepareForReading(settings, companion.programFolder);
+  if (!readSettings()) {
+    if (to_.questions.ask(configUnreadableBox()) == Answer::No) return false;
+    to_.host.searchCookieStore();
+    return true;
+  }
+  to_.host.showSettings();
+  const ShortcutLoad load = loadShortcuts(settings, companion.shortcuts, companion.programFolder,
+                                          companion.locale, to_.questions);
+  if (load == ShortcutLoad::Ended) return false;
+
+  if (!FileExists(settings.cookiesPath)) {
+    const Box box = cookieStoreInaccessibleBox(settings.cookiesPath);
+    if (to_.questions.ask(box) == Answer::No) return false;
+    to_.host.MenuParam_Click();
+    return true;
+  }
+  to_.watcher.noteStoreTime();
+  to_.host.pumpEvents();
+  to_.host.enableTimerFirstSearch();
+
+  if (!checkDefaultBrowser(to_.browser, to_.questions)) return false;
+  openStartPage();
+  to_.host.lockMenus(true);
+  to_.host.MenuAbout_Click();
+  return true;
+}
+
+bool StartUp::readSettings() {
+  std::string bytes;
+  if (readFile(configPath(to_.companion.programFolder), bytes)) return false;
+  Settings& settings = to_.companion.settings;
+  const auto shortcutPathRead = [this] { checkShortcutPath(); };
+  if (!readConfig(bytes, to_.companion.locale, settings, shortcutPathRead)) return false;
+
+  if (settings.pollInterval <= 0) {
+    to_.companion.trace.log(u"config.cfg : temporisation de " +
+                            numberText(std::int64_t{settings.pollInterval}) +
+                            u" ms refusée, 1000 ms prises à la place");
+    settings.pollInterval = kDesignInterval;
+  }
+  return true;
+}
+
+void StartUp::checkShortcutPath() {
+  Settings& settings = to_.companion.settings;
+  if (FileExists(settings.shortcutPath)) return;
+  settings.shortcutPath = defaultShortcutPath(to_.companion.programFolder);
+  to_.questions.ask(shortcutPathInvalidBox(settings.shortcutPath));
+}
+
+void StartUp::openStartPage() {
+  const Text root = webApplicationRoot(to_.companion.settings.shortcutPath);
+  to_.shell.ShellExecute({.operation = u"open",
+                          .file = nativePath(root + u"res_css\\htm\\start.html"),
+                          .directory = startInFolder(currentFolder(), nativeSeparator())});
+}
