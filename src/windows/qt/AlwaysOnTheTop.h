@@ -1,0 +1,8 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QWidget>
+
+// Puts a window above all others, or makes it an ordinary one again. Its place, its size and
+// whether it is shown stay as they are.
+void MettreAuPremierPlan(QWidget& window, bool onTop);
