@@ -201,16 +201,20 @@ class Marionette:
             self.press(character)
 
     def focused(self):
-        """The id of the element that has the focus, "" when it has none."""
-        return self.run("return document.activeElement ? document.activeElement.id : '';")
+        """The id of the element that keys go to, "" when that is not in the page."""
+        return self.run("return document.hasFocus() && document.activeElement ? "
+                        "document.activeElement.id : '';")
 
-    def tab_to(self, element_id, most=80):
-        """Presses Tab until the element has the focus; an error when it is never reached."""
+    def tab_to(self, element_id, backwards=False, most=60):
+        """Presses Tab until the element has the focus; an error when it is not on the way.
+
+        Nobody should have to go round: behind the page's last element lie the browser's own.
+        """
         seen = []
         for _ in range(most):
             if self.focused() == element_id:
                 return
-            self.press("Tab")
+            self.press(*(["Shift", "Tab"] if backwards else ["Tab"]))
             seen.append(self.focused())
         raise MarionetteError("focus", f"Tab never reached {element_id}; it went over {seen}")
 
