@@ -29,8 +29,9 @@ std::optional<std::string> plainNumber(TextView text, const LocaleData& locale) 
       return std::nullopt;
     }
   }
-  if (plain.starts_with('+')) plain.erase(0, 1);
-  return plain;
+  if (!plain.starts_with('+')) return plain;
+  if (plain.starts_with("+-")) return std::nullopt;
+  return plain.substr(1);
 }
 
 template <class Integer>
