@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <deque>
+#include <map>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "platform/DefaultBrowser.h"
+#include "platform/Questions.h"
+#include "platform/Shell.h"
+#include "text/Utf.h"
+
+// Stand-ins for what acts on the user's world. Each writes what it was asked into one list, so that
+// a test can look at the order of everything.
+
+using Journal = std::vector<std::string>;
+
+class RecordingShell : public Shell {
+ public:
+  explicit RecordingShell(Journal& journal) : journal_(journal) {}
+
+  Failure ShellExecute(const ShellRequest& request) override {
+    requests.push_back(request);
+    journal_.push_back("execute " + toUtf8(request.file));
+    return failure;
+  }
+  Failure startCommandLine(const Text& commandLine) override {
+    journal_.push_back("start " + toUtf8(commandLine));
+    return failure;
+  }
+
+  std::vector<ShellRequest> requests;
+  Failure failure;
+
+ private:
+  Journal& journal_;
+};
+
+// Gives the answers it was loaded with, in order; a question too many is an error of the test.
+class ScriptedQuestions : public Questions {
+ public:
+  explicit ScriptedQuestions(Journal& journal) : journal_(journal) {}
+
+  Answer ask(const Box& box) override {
+    boxes.push_back(box);
+    journal_.push_back("ask " + toUtf8(box.title));
+    if (answers.empty()) throw std::logic_error("unexpected box: " + toUtf8(box.text));
+    const Answer answer = answers.front();
+    answers.pop_front();
+    return answer;
+  }
+
+  std::vector<Box> boxes;
+  std::deque<Answer> answers;
+
+ private:
+  Journal& journal_;
+};
+
+// A registry of the keys it was given; everything else is not found.
+class FakeBrowser : public DefaultBrowser {
+ public:
+  explicit FakeBrowser(Journal& journal) : journal_(journal) {}
+
+  std::uint32_t RegRead(TextView key, Text& value) override {
+    journal_.push_back("read " + toUtf8(key));
+    if (error != 0) return error;
+    const auto found = values.find(Text(key));
+    if (found == values.end()) return kRegistryFileNotFound;
+    value = found->second;
+    return 0;
+  }
+  void RegWrite(TextView key, TextView value) override {
+    journal_.push_back("write " + toUtf8(key) + " = " + toUtf8(value));
+  }
+
+  std::map<Text, Text> values;
+  std::uint32_t error = 0;
+
+ private:
+  Journal& journal_;
+};
