@@ -28,4 +28,11 @@ class Shell {
   // Starts a command line in a normal window with the focus, without waiting: a program's name and
   // what it is to be given, such as "notepad " + path (nothing in it is quoted).
   virtual Failure startCommandLine(const Text& commandLine) = 0;
+
+  // Readable when a started program has ended and reap() is to be called; -1 where a system needs no
+  // such care.
+  virtual int eventsFd() const { return -1; }
+
+  // Collects the programs that have ended and traces what they could not open.
+  virtual void reap() {}
 };

@@ -47,6 +47,7 @@ std::optional<Order> parseOrder(int count, char** arguments) {
     order.path += arguments[i];
   }
   if (order.name.empty() || order.path.empty()) return std::nullopt;
+  order.path = std::filesystem::absolute(order.path).native();
   return order;
 }
 

@@ -23,11 +23,8 @@ class LinuxShell : public Shell {
   // editor and file manager, "cmd.exe" for its terminal; any other program gets the rest split.
   Failure startCommandLine(const Text& commandLine) override;
 
-  // Readable when a program has ended: the owner then calls reap(). -1 when there is no such thing.
-  int eventsFd() const { return children_.eventsFd(); }
-
-  // Collects the programs that have ended and traces what could not be opened.
-  void reap();
+  int eventsFd() const override { return children_.eventsFd(); }
+  void reap() override;
 
  private:
   Failure open(const std::string& document, const std::string& folder);

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/Options.h"
+
+#include "text/Utf.h"
+
+std::optional<Options> parseOptions(const std::vector<std::string>& arguments) {
+  constexpr std::string_view kFolder = "--program-folder";
+  Options options;
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    const std::string& argument = arguments[i];
+    std::string folder;
+    if (argument == "--help") {
+      options.help = true;
+    } else if (argument == "--version") {
+      options.version = true;
+    } else if (argument == "--trace") {
+      options.trace = true;
+    } else if (argument == kFolder && i + 1 < arguments.size()) {
+      folder = arguments[++i];
+      if (folder.empty()) return std::nullopt;
+    } else if (argument.starts_with(std::string(kFolder) + "=")) {
+      folder = argument.substr(kFolder.size() + 1);
+      if (folder.empty()) return std::nullopt;
+    } else {
+      return std::nullopt;
+    }
+    if (!folder.empty()) options.programFolder = fromUtf8Lossless(folder);
+  }
+  return options;
+}
+
+std::string usageText() {
+  return "Usage : tavrollo [--program-folder DOSSIER] [--trace]\n"
+         "        tavrollo --version | --help\n"
+         "\n"
+         "Lance Tavrollo dans la zone de notification : les pages de l'application web ouvrent des\n"
+         "documents et lancent des programmes.\n"
+         "\n"
+         "  --program-folder DOSSIER  le dossier des réglages et de l'application web\n"
+         "                            (par défaut, celui du programme s'il en contient une, sinon\n"
+         "                            ~/Tavrollo) ; rempli au premier lancement\n"
+         "  --trace                   écrit aussi la trace sur la sortie d'erreur\n";
+}

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "platform/DefaultBrowser.h"
+#include "platform/Shell.h"
+
+// What this system offers behind the interfaces.
+
+// `trace` is given one line for each thing that could not be opened or started.
+std::unique_ptr<Shell> makeShell(std::function<void(const Text&)> trace);
+std::unique_ptr<DefaultBrowser> makeDefaultBrowser();
+
+// The system's wish that this process end (a session that closes, a kill): from the construction on
+// it no longer ends the process by itself. To be made before any thread is started.
+class TerminationRequests {
+ public:
+  TerminationRequests();
+  ~TerminationRequests();
+  TerminationRequests(const TerminationRequests&) = delete;
+  TerminationRequests& operator=(const TerminationRequests&) = delete;
+
+  // Readable once the process is to end; -1 where the system has no such thing.
+  int eventsFd() const { return fd_; }
+
+ private:
+  int fd_ = -1;
+};
