@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tray/TrayHost.h"
+
+#include <QDBusConnection>
+#include <QDBusServiceWatcher>
+#include <utility>
+
+namespace {
+
+constexpr int kPollMilliseconds = 2000;
+constexpr int kGraceMilliseconds = 5000;
+
+}  // namespace
+
+TrayHost::TrayHost(std::function<bool()> stands, std::function<void()> onTray,
+                   std::function<void()> onNone, QObject* parent)
+    : QObject(parent),
+      stands_(std::move(stands)),
+      onTray_(std::move(onTray)),
+      onNone_(std::move(onNone)) {
+  poll_.setInterval(kPollMilliseconds);
+  connect(&poll_, &QTimer::timeout, this, &TrayHost::look);
+  grace_.setSingleShot(true);
+  grace_.setInterval(kGraceMilliseconds);
+  connect(&grace_, &QTimer::timeout, this, [this] {
+    look();
+    if (!found_) onNone_();
+  });
+}
+
+void TrayHost::start() {
+  look();
+  if (found_) return;
+  listenToTheBus();
+  poll_.start();
+  grace_.start();
+}
+
+void TrayHost::look() {
+  if (found_ || !stands_()) return;
+  found_ = true;
+  poll_.stop();
+  grace_.stop();
+  onTray_();
+}
+
+void TrayHost::listenToTheBus() {
+  QDBusConnection bus = QDBusConnection::sessionBus();
+  if (!bus.isConnected()) return;
+  const QString watcher = QStringLiteral("org.kde.StatusNotifierWatcher");
+  auto* services =
+      new QDBusServiceWatcher(watcher, bus, QDBusServiceWatcher::WatchForRegistration, this);
+  connect(services, &QDBusServiceWatcher::serviceRegistered, this, &TrayHost::look);
+  bus.connect(watcher, QStringLiteral("/StatusNotifierWatcher"), watcher,
+              QStringLiteral("StatusNotifierHostRegistered"), this, SLOT(look()));
+}
