@@ -2,11 +2,10 @@
 #include "config/ConfigFile.h"
 
 #include <optional>
-#include <utility>
 
 #include "config/ItemReader.h"
-#include "config/StoredField.h"
 #include "config/ShortcutStore.h"
+#include "config/StoredField.h"
 #include "platform/Files.h"
 #include "text/AnsiCodePage.h"
 #include "text/Numbers.h"
