@@ -33,7 +33,9 @@ class TestFolder {
   // The path of `name` (slashes between folders) in it, as the program carries it.
   Text operator/(TextView name) const { return text() + nativePath(Text(u"/").append(name)); }
 
-  void makeFolders(TextView name) const { std::filesystem::create_directories(toPath(*this / name)); }
+  void makeFolders(TextView name) const {
+    std::filesystem::create_directories(toPath(*this / name));
+  }
 
   // How many entries stand directly in it.
   std::size_t entries() const {

@@ -93,14 +93,18 @@ TEST(ShortcutFile, LinesMayEndInLfAlone) {
 }
 
 TEST(ShortcutFile, AfterDeletionsTheListEndsAtTheFirstFunction) {
-  const std::string entries = "tabObj[\"000000003\"]=\"a_|_b\";\r\ntabObj[\"000000900\"]=\"c_|_d\";\r\n";
+  const std::string entries =
+      "tabObj[\"000000003\"]=\"a_|_b\";\r\n"
+      "tabObj[\"000000900\"]=\"c_|_d\";\r\n";
   EXPECT_EQ(rowsIn(file("1000", entries)),
             (Rows{{u"000000003", u"a", u"b"}, {u"000000900", u"c", u"d"}}));
   EXPECT_EQ(rowsIn(file("5", "")), Rows{});
 }
 
 TEST(ShortcutFile, NoMoreLinesThanFreeIdAreRead) {
-  const std::string entries = "tabObj[\"000000000\"]=\"a_|_b\";\r\ntabObj[\"000000001\"]=\"c_|_d\";\r\n";
+  const std::string entries =
+      "tabObj[\"000000000\"]=\"a_|_b\";\r\n"
+      "tabObj[\"000000001\"]=\"c_|_d\";\r\n";
   EXPECT_EQ(rowsIn(file("1", entries)), (Rows{{u"000000000", u"a", u"b"}}));
   EXPECT_EQ(rowsIn(file("0", entries)), Rows{});
   EXPECT_EQ(rowsIn(file("-3", entries)), Rows{});
@@ -197,7 +201,10 @@ TEST(ShortcutFile, ATabInAFieldEndsTheColumn) {
 }
 
 TEST(ShortcutFile, NoiseNeverDoesHarm) {
-  const std::string whole = file("3", "tabObj[\"000000001\"]=\"a_|_b\";\r\ntabObj[\"000000002\"]=\"\xC3\xA9_|_\xE9\";\r\n");
+  const std::string whole =
+      file("3",
+           "tabObj[\"000000001\"]=\"a_|_b\";\r\n"
+           "tabObj[\"000000002\"]=\"\xC3\xA9_|_\xE9\";\r\n");
   const std::string likely = "=_|\"\r\n0123;tabO\t\xC3";
   for (unsigned seed = 0; seed < 10'000; ++seed) {
     std::mt19937 random(seed);

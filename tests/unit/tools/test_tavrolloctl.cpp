@@ -99,7 +99,8 @@ TEST(Tavrolloctl, AFullDiskIsAFailure) {
 TEST(Tavrolloctl, AClosedPipeIsAFailureAndNoCrash) {
   const TestFolder folder;
   writeBytes(folder / u"table.js", bigTable());
-  const Outcome run = runTavrolloctlInto(closedPipe(), {"shortcuts", argument(folder / u"table.js")});
+  const Outcome run =
+      runTavrolloctlInto(closedPipe(), {"shortcuts", argument(folder / u"table.js")});
   EXPECT_EQ(run.status, 2);
   EXPECT_EQ(run.err, "Le résultat n'a pas pu être écrit sur la sortie standard.\n");
 }
