@@ -36,6 +36,8 @@ class InstanceGuard {
  public:
   InstanceGuard();
   ~InstanceGuard();
+  InstanceGuard(InstanceGuard&& other) noexcept;
+  InstanceGuard& operator=(InstanceGuard&& other) noexcept;
 
   // True when this process now is the running instance; `programFolder` is left for whoever has to
   // relaunch it. False when another one is.

@@ -64,6 +64,8 @@ struct InstanceGuard::Lock {
 
 InstanceGuard::InstanceGuard() = default;
 InstanceGuard::~InstanceGuard() = default;
+InstanceGuard::InstanceGuard(InstanceGuard&& other) noexcept = default;
+InstanceGuard& InstanceGuard::operator=(InstanceGuard&& other) noexcept = default;
 
 bool InstanceGuard::acquire(const Text& programFolder) {
   if (lock_) return true;

@@ -1,0 +1,183 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/linux/LinuxShell.h"
+
+#include <cerrno>
+#include <optional>
+#include <utility>
+
+#include "platform/Files.h"
+#include "platform/System.h"
+#include "platform/linux/CommandWords.h"
+#include "platform/linux/DesktopEntry.h"
+#include "platform/linux/Programs.h"
+#include "text/Numbers.h"
+#include "text/Paths.h"
+#include "text/Utf.h"
+
+namespace {
+
+constexpr std::chrono::milliseconds kQueryLimit{3000};
+
+bool isAsciiLetter(char unit) {
+  return (unit >= 'a' && unit <= 'z') || (unit >= 'A' && unit <= 'Z');
+}
+
+// True for what begins with a scheme: http://…, file:///…, mailto:…. One letter is a drive.
+bool isAddress(const std::string& text) {
+  const std::size_t colon = text.find(':');
+  if (colon == std::string::npos || colon < 2 || !isAsciiLetter(text.front())) return false;
+  for (const char unit : text.substr(0, colon)) {
+    const bool digit = unit >= '0' && unit <= '9';
+    if (!isAsciiLetter(unit) && !digit && unit != '+' && unit != '-' && unit != '.') return false;
+  }
+  return true;
+}
+
+// Where a file stands that was named from `directory` ("" is the current folder).
+std::string placeOf(const std::string& file, const Text& directory) {
+  if (file.starts_with('/')) return file;
+  const Text folder = directory.empty() ? currentFolder() : directory;
+  return toUtf8Lossless(folder) + (folder.ends_with(u'/') ? "" : "/") + file;
+}
+
+// A name without "/" is a program of PATH, also where a document of that name stands.
+std::string programOf(const std::string& file, const std::string& place) {
+  const std::string inPath = programInPath(file);
+  if (!inPath.empty()) return inPath;
+  return isProgram(place) ? place : std::string();
+}
+
+// What xdg-open's exit statuses mean.
+Text openFailureText(int exitStatus) {
+  switch (exitStatus) {
+    case 1:
+      return u"commande mal formée";
+    case 2:
+      return u"fichier introuvable";
+    case 3:
+      return u"un outil nécessaire est introuvable";
+    case 4:
+      return u"l'action a échoué";
+    default:
+      return {};
+  }
+}
+
+Text openFailureTrace(const ChildProcesses::Ended& ended) {
+  Text text = u"xdg-open : code " + numberText(std::int64_t{ended.exitStatus});
+  const Text meaning = openFailureText(ended.exitStatus);
+  if (!meaning.empty()) text += u" (" + meaning + u")";
+  return text + u" - " + ended.label;
+}
+
+// The desktop's launcher for plain text, as far as one is registered and installed.
+std::optional<DesktopEntry> textEditor() {
+  const Captured answer =
+      runAndCapture({.arguments = {"xdg-mime", "query", "default", "text/plain"},
+                     .folder = {},
+                     .withoutVariables = {}},
+                    kQueryLimit);
+  if (!answer.succeeded()) return std::nullopt;
+  const std::string id = answer.output.substr(0, answer.output.find_first_of("; \r\n"));
+  const std::string path = findDesktopEntry(id, desktopDataFolders());
+  std::string bytes;
+  if (path.empty() || readFile(fromUtf8Lossless(path), bytes)) return std::nullopt;
+  return parseDesktopEntry(bytes, path);
+}
+
+bool isInstalled(const std::string& program) {
+  return program.find('/') == std::string::npos ? !programInPath(program).empty()
+                                                : isProgram(program);
+}
+
+// The arguments that start the editor on `files`; nothing when the entry cannot be used here.
+std::optional<std::vector<std::string>> editorCommand(const DesktopEntry& entry,
+                                                      const std::vector<std::string>& files) {
+  if (!entry.tryExec.empty() && !isInstalled(entry.tryExec)) return std::nullopt;
+  const auto command = desktopEntryCommand(entry, files);
+  if (!command || !isInstalled(command->front()) || !entry.terminal) return command;
+  std::vector<std::string> inTerminal = terminalCommand();
+  if (inTerminal.empty()) return std::nullopt;
+  inTerminal.insert(inTerminal.end(), command->begin(), command->end());
+  return inTerminal;
+}
+
+}  // namespace
+
+LinuxShell::LinuxShell(Trace trace) : trace_(std::move(trace)) {}
+
+Failure LinuxShell::ShellExecute(const ShellRequest& request) {
+  const std::string file = toUtf8Lossless(request.file);
+  const std::string folder = toUtf8Lossless(request.directory);
+  if (file.empty()) return traced(failureFromErrno(ENOENT));
+
+  const std::string place = placeOf(file, request.directory);
+  const std::string program = programOf(file, place);
+  if (program.empty()) {
+    const bool address = isAddress(file) && !somethingAt(fromUtf8Lossless(place));
+    return open(address ? file : place, folder);
+  }
+  std::vector<std::string> arguments = {program};
+  for (const Text& word : splitCommandWords(request.parameters)) {
+    arguments.push_back(toUtf8Lossless(word));
+  }
+  return start({.arguments = arguments, .folder = folder, .withoutVariables = {}});
+}
+
+Failure LinuxShell::startCommandLine(const Text& commandLine) {
+  const std::size_t blank = commandLine.find(u' ');
+  const Text first = commandLine.substr(0, blank);
+  const Text rest = blank == Text::npos ? Text() : commandLine.substr(blank + 1);
+  if (first == u"notepad") return startEditor(rest);
+  if (first == u"explorer") {
+    const Text folder = rest.empty() ? homeFolder() : rest;
+    return open(placeOf(toUtf8Lossless(folder), {}), {});
+  }
+  if (commandLine == u"cmd.exe") return startTerminal();
+  return startWords(splitCommandWords(commandLine));
+}
+
+void LinuxShell::reap() {
+  children_.reap([this](const ChildProcesses::Ended& ended) {
+    const bool document = !ended.label.empty();
+    if (document && ended.exitStatus != 0) trace_(openFailureTrace(ended));
+  });
+}
+
+Failure LinuxShell::open(const std::string& document, const std::string& folder) {
+  return start({.arguments = {"xdg-open", document}, .folder = folder, .withoutVariables = {}},
+               fromUtf8Lossless(document));
+}
+
+Failure LinuxShell::startEditor(const Text& path) {
+  std::vector<std::string> files;
+  if (!path.empty()) files.push_back(toUtf8Lossless(guardDash(path)));
+  if (const std::optional<DesktopEntry> entry = textEditor()) {
+    const auto command = editorCommand(*entry, files);
+    if (command) return start({.arguments = *command, .folder = {}, .withoutVariables = {}});
+  }
+  if (!path.empty()) return open(placeOf(toUtf8Lossless(path), {}), {});
+  return traced(about(failureFromErrno(ENOENT), u"éditeur de texte"));
+}
+
+Failure LinuxShell::startTerminal() {
+  const std::vector<std::string> terminal = terminalCommand();
+  if (terminal.empty()) return traced(about(failureFromErrno(ENOENT), u"terminal"));
+  return start({.arguments = {terminal.front()}, .folder = {}, .withoutVariables = {}});
+}
+
+Failure LinuxShell::startWords(const std::vector<Text>& words) {
+  std::vector<std::string> arguments;
+  for (const Text& word : words) arguments.push_back(toUtf8Lossless(word));
+  return start({.arguments = arguments, .folder = {}, .withoutVariables = {}});
+}
+
+Failure LinuxShell::start(const ProcessStart& start, const Text& document) {
+  reap();
+  return traced(children_.start(start, document));
+}
+
+Failure LinuxShell::traced(const Failure& failure) {
+  if (failure) trace_(failure.description);
+  return failure;
+}

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/Shell.h"
+#include "platform/linux/Process.h"
+
+// The shell over a freedesktop.org desktop: programs are started, everything else is handed to
+// xdg-open. How a window is shown is the desktop's affair: ShellRequest::show has no effect.
+class LinuxShell : public Shell {
+ public:
+  using Trace = std::function<void(const Text&)>;
+
+  explicit LinuxShell(Trace trace);
+
+  // A program is a file that the kernel can execute, or a name without "/" that stands in PATH.
+  Failure ShellExecute(const ShellRequest& request) override;
+
+  // "notepad" and "explorer" take the rest of the line as one path and stand for the desktop's text
+  // editor and file manager, "cmd.exe" for its terminal; any other program gets the rest split.
+  Failure startCommandLine(const Text& commandLine) override;
+
+  // Readable when a program has ended: the owner then calls reap(). -1 when there is no such thing.
+  int eventsFd() const { return children_.eventsFd(); }
+
+  // Collects the programs that have ended and traces what could not be opened.
+  void reap();
+
+ private:
+  Failure open(const std::string& document, const std::string& folder);
+  Failure startEditor(const Text& path);
+  Failure startTerminal();
+  Failure startWords(const std::vector<Text>& words);
+  Failure start(const ProcessStart& start, const Text& document = {});
+  Failure traced(const Failure& failure);
+
+  Trace trace_;
+  ChildProcesses children_;
+};

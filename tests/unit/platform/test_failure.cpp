@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <cerrno>
+#include <gtest/gtest.h>
+
+#include "platform/Failure.h"
+
+namespace {
+
+struct Row {
+  int error;
+  Failure expected;
+};
+
+const Row kRows[] = {
+    {ENOENT, {53, u"Fichier introuvable"}},
+    {EACCES, {70, u"Permission refusée"}},
+    {EPERM, {70, u"Permission refusée"}},
+    {EROFS, {70, u"Permission refusée"}},
+    {ENOTDIR, {76, u"Chemin d'accès introuvable"}},
+    {ENOSPC, {61, u"Disque plein"}},
+    {EDQUOT, {61, u"Disque plein"}},
+    {EISDIR, {75, u"Erreur d'accès Chemin/Fichier"}},
+    {EIO, {57, u"Erreur d'E/S de périphérique"}},
+    {EMFILE, {67, u"Trop de fichiers"}},
+    {ENFILE, {67, u"Trop de fichiers"}},
+    {ELOOP, {75, u"Erreur d'accès Chemin/Fichier"}},
+    {-1, {75, u"Erreur d'accès Chemin/Fichier"}},
+};
+
+TEST(Failure, EveryErrnoHasItsClassicNumberAndPhrase) {
+  for (const Row& row : kRows) EXPECT_EQ(failureFromErrno(row.error), row.expected) << row.error;
+}
+
+TEST(Failure, NoErrorIsSuccess) {
+  EXPECT_FALSE(failureFromErrno(0));
+  EXPECT_FALSE(Failure{});
+  EXPECT_TRUE(failureFromErrno(ENOENT));
+}
+
+TEST(Failure, TheProgramsOwnFailures) {
+  EXPECT_EQ(failures::overflow(), (Failure{6, u"Dépassement de capacité"}));
+  EXPECT_EQ(failures::pastEndOfFile(), (Failure{62, u"L'entrée dépasse la fin du fichier"}));
+  EXPECT_EQ(failures::notRegularFile(), (Failure{75, u"Erreur d'accès Chemin/Fichier"}));
+  EXPECT_EQ(failures::changingFile(), (Failure{70, u"Le fichier change pendant la lecture"}));
+}
+
+TEST(Failure, AboutNamesWhatItConcerns) {
+  EXPECT_EQ(about(failureFromErrno(ENOENT), u"xdg-open"),
+            (Failure{53, u"Fichier introuvable : xdg-open"}));
+}
+
+}  // namespace

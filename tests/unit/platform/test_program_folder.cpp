@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include "platform/ProgramFolder.h"
+#include "unit/platform/Scratch.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class ProgramFolderTest : public ::testing::Test {
+ protected:
+  ProgramFolderTest() {
+    scratch.write("template/nav/index.html", "page");
+    scratch.write("template/nav/res_css/js/a.js", "script", 0444);
+    scratch.write("template/modeles/m.rtf", "model");
+    scratch.write("template/readme.txt", "read me");
+    fs::create_symlink("index.html", scratch.path("template/nav/link.html"));
+  }
+
+  Failure fill() {
+    return fillProgramFolder(scratch.text("home/Tavrollo"), scratch.text("template"));
+  }
+
+  Scratch scratch;
+};
+
+TEST_F(ProgramFolderTest, TheAskedOneIsTaken) {
+  scratch.write("bin/config.cfg", "");
+  EXPECT_EQ(chooseProgramFolder(u"/asked/", scratch.text("bin"), u"/home/a"), u"/asked");
+}
+
+TEST_F(ProgramFolderTest, APortableInstallationIsTaken) {
+  scratch.write("one/config.cfg", "");
+  fs::create_directories(scratch.path("two/nav"));
+  EXPECT_EQ(chooseProgramFolder({}, scratch.text("one"), u"/home/a"), scratch.text("one"));
+  EXPECT_EQ(chooseProgramFolder({}, scratch.text("two") + u"/", u"/home/a"), scratch.text("two"));
+}
+
+TEST_F(ProgramFolderTest, ElseItIsInTheUsersHome) {
+  fs::create_directory(scratch.path("bin"));
+  EXPECT_EQ(chooseProgramFolder({}, scratch.text("bin"), u"/home/a"), u"/home/a/Tavrollo");
+  EXPECT_EQ(chooseProgramFolder({}, scratch.text("missing"), u"/home/a"), u"/home/a/Tavrollo");
+  EXPECT_EQ(chooseProgramFolder(Text(), scratch.text("bin"), u"/home/a"), u"/home/a/Tavrollo");
+}
+
+TEST_F(ProgramFolderTest, AnExecutableFolderThatTakesNoFilesIsNotPortable) {
+  scratch.write("bin/config.cfg", "");
+  ::chmod(scratch.path().c_str(), 0755);
+  ::chmod(scratch.path("bin").c_str(), 0555);
+  const Text folder = scratch.text("bin");
+  EXPECT_EQ(inChildWithoutRights([&] {
+              return chooseProgramFolder({}, folder, u"/home/a") == u"/home/a/Tavrollo" ? 0 : 1;
+            }),
+            0);
+}
+
+TEST_F(ProgramFolderTest, TheTemplateIsTheInstalledOneElseThatOfTheBuild) {
+  fs::create_directories(scratch.path("usr/bin/template"));
+  EXPECT_EQ(templateFolder(scratch.text("usr/bin")), scratch.text("usr/bin/template"));
+  fs::create_directories(scratch.path("usr/share/tavrollo"));
+  EXPECT_EQ(templateFolder(scratch.text("usr/bin")), scratch.text("usr/share/tavrollo"));
+  EXPECT_EQ(templateFolder(scratch.text("usr/bin") + u"/"), scratch.text("usr/share/tavrollo"));
+  EXPECT_EQ(templateFolder(scratch.text("elsewhere/bin")), u"");
+}
+
+TEST_F(ProgramFolderTest, ANewFolderIsFilled) {
+  ASSERT_FALSE(fill());
+  EXPECT_EQ(scratch.read("home/Tavrollo/nav/index.html"), "page");
+  EXPECT_EQ(scratch.read("home/Tavrollo/nav/res_css/js/a.js"), "script");
+  EXPECT_EQ(scratch.read("home/Tavrollo/modeles/m.rtf"), "model");
+  EXPECT_EQ(scratch.read("home/Tavrollo/readme.txt"), "read me");
+  EXPECT_EQ(fs::read_symlink(scratch.path("home/Tavrollo/nav/link.html")), "index.html");
+  EXPECT_EQ(scratch.namesIn("home/Tavrollo").size(), 3u);
+}
+
+TEST_F(ProgramFolderTest, TheUserMayWriteToEveryCopy) {
+  ASSERT_FALSE(fill());
+  const fs::perms perms =
+      fs::status(scratch.path("home/Tavrollo/nav/res_css/js/a.js")).permissions();
+  EXPECT_NE(perms & fs::perms::owner_write, fs::perms::none);
+}
+
+TEST_F(ProgramFolderTest, WhatStandsThereIsNeverOverwritten) {
+  scratch.write("home/Tavrollo/readme.txt", "mine");
+  scratch.write("home/Tavrollo/modeles/other.rtf", "mine");
+  ASSERT_FALSE(fill());
+  EXPECT_EQ(scratch.read("home/Tavrollo/readme.txt"), "mine");
+  EXPECT_EQ(scratch.namesIn("home/Tavrollo/modeles"), std::vector<std::string>{"other.rtf"});
+  EXPECT_EQ(scratch.read("home/Tavrollo/nav/index.html"), "page");
+}
+
+TEST_F(ProgramFolderTest, AFolderThatHasItsPagesIsLeftAlone) {
+  fs::create_directories(scratch.path("home/Tavrollo/nav"));
+  EXPECT_FALSE(fill());
+  EXPECT_TRUE(scratch.namesIn("home/Tavrollo/nav").empty());
+  EXPECT_EQ(scratch.namesIn("home/Tavrollo").size(), 1u);
+}
+
+TEST_F(ProgramFolderTest, AnInterruptedFillingIsDoneAnew) {
+  scratch.write("home/Tavrollo/.nav.tavrollo-part/half.html", "half");
+  ASSERT_FALSE(fill());
+  EXPECT_EQ(scratch.read("home/Tavrollo/nav/index.html"), "page");
+  EXPECT_FALSE(fs::exists(scratch.path("home/Tavrollo/nav/half.html")));
+  EXPECT_FALSE(fs::exists(scratch.path("home/Tavrollo/.nav.tavrollo-part")));
+}
+
+TEST_F(ProgramFolderTest, AFillingThatFailsLeavesNoHalfPages) {
+  // A pipe cannot be copied.
+  ASSERT_EQ(::mkfifo(scratch.path("template/nav/zz").c_str(), 0644), 0);
+  EXPECT_TRUE(fill());
+  EXPECT_FALSE(fs::exists(scratch.path("home/Tavrollo/nav")));
+  EXPECT_FALSE(fs::exists(scratch.path("home/Tavrollo/.nav.tavrollo-part")));
+}
+
+TEST_F(ProgramFolderTest, WithoutATemplateItFails) {
+  EXPECT_EQ(fillProgramFolder(scratch.text("home"), u"").number, 76);
+  EXPECT_EQ(fillProgramFolder(scratch.text("home"), scratch.text("missing")).number, 76);
+  EXPECT_FALSE(fs::exists(scratch.path("home")));
+}
+
+TEST_F(ProgramFolderTest, AFolderThatCannotBeMadeIsAFailure) {
+  scratch.write("file", "");
+  const Failure failure = fillProgramFolder(scratch.text("file/below"), scratch.text("template"));
+  EXPECT_EQ(failure.number, 76);
+  EXPECT_TRUE(failure.description.ends_with(scratch.text("file/below")));
+}
+
+}  // namespace
