@@ -2,11 +2,10 @@
 #include "config/ConfigFile.h"
 
 #include <optional>
-#include <utility>
 
 #include "config/ItemReader.h"
-#include "config/StoredField.h"
 #include "config/ShortcutStore.h"
+#include "config/StoredField.h"
 #include "platform/Files.h"
 #include "text/AnsiCodePage.h"
 #include "text/Numbers.h"
@@ -89,8 +88,8 @@ std::string configBytes(const Settings& settings, const LocaleData& locale) {
   comment(u";ATTENTION : Ne modifiez ce fichier que si vous savez ce que vous faites !");
   comment(u";-------------------------------------------------------------------------");
   comment(
-      u";choix du navigateur internet entrez un nombre : 0 pour fireFox ( >50.0 de nov 2016)  1 pour "
-      u"googleChrome ( >54 de oct 2016)");
+      u";choix du navigateur internet entrez un nombre : 0 pour fireFox ( >50.0 de nov 2016)  1 "
+      u"pour googleChrome ( >54 de oct 2016)");
   value(numberBytes(settings.browser));
   comment(
       u";entrez le chemin des cookies correspondant au système d'exploitation et du navigateur "

@@ -36,7 +36,8 @@ int configVerb(const std::vector<std::string>& arguments, std::ostream& out, std
   Settings settings;
   if (!readConfig(bytes, frenchLocale(), settings, nullptr)) {
     err << "Le fichier " << arguments[0]
-        << " n'est pas un config.cfg complet : il finit trop tôt ou un nombre n'y est pas valable.\n";
+        << " n'est pas un config.cfg complet : il finit trop tôt ou un nombre n'y est pas "
+           "valable.\n";
     return kFailed;
   }
   writeSettings(out, settings, frenchLocale());

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <fcntl.h>
+#include <string>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
+
+#include "unit/config/TestFolder.h"
+
+// Runs the real tavrolloctl, found through TAVROLLOCTL, which the build defines.
+
+struct Outcome {
+  int status = -1;  // the exit status; -1 when it was ended by a signal
+  std::string out;
+  std::string err;
+};
+
+namespace detail {
+
+// The exit status of the program with these two files as its outputs.
+inline int statusOf(std::vector<std::string> arguments, int out, int err) {
+  arguments.insert(arguments.begin(), TAVROLLOCTL);
+  std::vector<char*> argv;
+  for (std::string& argument : arguments) argv.push_back(argument.data());
+  argv.push_back(nullptr);
+
+  const pid_t child = fork();
+  if (child == 0) {
+    dup2(out, STDOUT_FILENO);
+    dup2(err, STDERR_FILENO);
+    execv(argv[0], argv.data());
+    _exit(127);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+inline int createFile(const Text& path) {
+  return open(toPath(path).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+}
+
+}  // namespace detail
+
+// Runs it with the file descriptor `out` as its standard output, which is closed then.
+inline Outcome runTavrolloctlInto(int out, const std::vector<std::string>& arguments) {
+  const TestFolder folder;
+  const int err = detail::createFile(folder / u"err");
+  Outcome run;
+  run.status = detail::statusOf(arguments, out, err);
+  close(out);
+  close(err);
+  run.err = bytesOf(folder / u"err");
+  return run;
+}
+
+inline Outcome runTavrolloctl(const std::vector<std::string>& arguments) {
+  const TestFolder folder;
+  Outcome run = runTavrolloctlInto(detail::createFile(folder / u"out"), arguments);
+  run.out = bytesOf(folder / u"out");
+  return run;
+}
+
+// A file's name as an argument.
+inline std::string argument(const Text& path) { return toPath(path).string(); }
