@@ -140,6 +140,12 @@ test('typed paths are tidied', () => {
   });
 });
 
+test('a path below user_datas is shown without the way up', () => {
+  assert.strictEqual(raccourcis.cheminLisible('../../user_datas/a/b.txt'), 'user_datas/a/b.txt');
+  assert.strictEqual(raccourcis.cheminLisible('../../autre/b.txt'), '../../autre/b.txt');
+  assert.strictEqual(raccourcis.cheminLisible('/home/x'), '/home/x');
+});
+
 test('stored addresses tell how they are opened', () => {
   [
     ['locfile:///C:/essai.txt', { genre: 'pont', chemin: 'C:/essai.txt' }],

@@ -61,7 +61,8 @@
     surEnvoi(formulaire, function () {
       var chemin = raccourcis.cheminSaisi(par(idChamp).value);
       if (chemin === '') { return refuser(par(idChamp), par(idMessage), vide); }
-      envoyer({ mot: mot, champs: [chemin], titre: titre, detail: chemin }, par(idChamp), par(idMessage));
+      envoyer({ mot: mot, champs: [chemin], titre: titre,
+        detail: raccourcis.cheminLisible(chemin) }, par(idChamp), par(idMessage));
     });
   }
 
@@ -71,7 +72,8 @@
     var message = par('messageProgramme');
     if (chemin === '') { return refuser(par('champProgramme'), message, 'Indiquez le programme à lancer.'); }
     envoyer({
-      mot: 'runapp', champs: [chemin, parametres], titre: 'Lancer un programme', detail: (chemin + ' ' + parametres).trim()
+      mot: 'runapp', champs: [chemin, parametres], titre: 'Lancer un programme',
+      detail: (raccourcis.cheminLisible(chemin) + ' ' + parametres).trim()
     }, par('champProgramme'), message);
   }
 
@@ -85,7 +87,7 @@
     if (erreur) { return refuser(par('champNom'), message, erreur); }
     envoyer({
       mot: 'createlink', champs: [lue.adresse, nom], titre: 'Créer le raccourci « ' + nom + ' »',
-      detail: lue.adresse.slice(3)
+      detail: adresseLisible(lue.adresse.slice(3))
     }, par('champAdresse'), message, function () { confirmerRaccourci(nom); });
   }
 
@@ -103,6 +105,12 @@
     });
   }
 
+  // The address without what only the pages need.
+  function adresseLisible(adresse) {
+    var cible = raccourcis.resoudre(adresse);
+    return raccourcis.cheminLisible(cible.url || cible.chemin || adresse);
+  }
+
   function ligneDe(entree) {
     var ligne = document.createElement('tr');
     var nom = document.createElement('th');
@@ -110,7 +118,7 @@
     nom.textContent = entree.nom;
     ligne.appendChild(nom);
     ligne.appendChild(vue.element('td', 'cle', entree.cle));
-    ligne.appendChild(vue.element('td', 'adresse', entree.adresse));
+    ligne.appendChild(vue.element('td', 'adresse', adresseLisible(entree.adresse)));
     var bouton = vue.element('button', 'secondaire', 'Ouvrir');
     bouton.type = 'button';
     bouton.setAttribute('aria-label', 'Ouvrir : ' + entree.nom);

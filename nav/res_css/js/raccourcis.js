@@ -136,6 +136,11 @@ var TavrolloRaccourcis = (function (octets, valeur) {
     return { genre: 'pont', chemin: genre === 'loc' && /^file:/i.test(reste) ? cheminLocal(reste) : reste };
   }
 
+  // A path as people read it, without the way up that only the program needs.
+  function cheminLisible(chemin) {
+    return chemin.indexOf(DONNEES) === 0 ? chemin.slice(6) : chemin;
+  }
+
   // "loc", "web", or "" where the text does not tell.
   function devinerGenre(texte) {
     if (/^(https?:\/\/|www\.)/i.test(texte)) { return 'web'; }
@@ -191,6 +196,7 @@ var TavrolloRaccourcis = (function (octets, valeur) {
     chercher: chercher,
     cheminLocal: cheminLocal,
     cheminSaisi: cheminSaisi,
+    cheminLisible: cheminLisible,
     resoudre: resoudre,
     adresseACreer: adresseACreer,
     filtrer: filtrer

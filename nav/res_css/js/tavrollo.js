@@ -75,7 +75,8 @@ var Tavrollo = (function (valeur, raccourcis, chargeur, vue) {
       return true;
     }
     return commander({
-      mot: 'shellexe', champs: [cible.chemin], titre: 'Ouvrir « ' + entree.nom + ' »', detail: cible.chemin
+      mot: 'shellexe', champs: [cible.chemin], titre: 'Ouvrir « ' + entree.nom + ' »',
+      detail: raccourcis.cheminLisible(cible.chemin)
     }, message);
   }
 
