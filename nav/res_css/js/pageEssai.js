@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The pages that try the bridge by themselves (start.html, init_cookie.html). Their texts stand in
+// the page, as data-texte-… of the state's element.
+(function (vue) {
+  'use strict';
+
+  var etat = document.getElementById('etatPont');
+  var texte = document.getElementById('etatTexte');
+  var mesures = document.getElementById('mesures');
+  var secours = document.getElementById('secours');
+  var bouton = document.getElementById('boutonReessayer');
+  var raison = document.getElementById('raisonMuette');
+
+  function montrer(nom, phrase) {
+    etat.setAttribute('data-etat', nom);
+    texte.textContent = phrase;
+    mesures.hidden = nom !== 'marche';
+    secours.hidden = nom !== 'muet';
+    bouton.hidden = nom === 'attente';
+  }
+
+  function mesure(nom, valeur) {
+    document.getElementById(nom).textContent = valeur;
+  }
+
+  function reussir(entree) {
+    mesure('mesureDuree', vue.secondes(entree.dureeMs));
+    mesure('mesureVersion', entree.reponse.version);
+    mesure('mesureIntervalle', vue.secondes(Number(entree.reponse.intervalle)));
+    mesure('mesureHeure', entree.reponse.heure);
+    montrer('marche', etat.dataset.texteMarche);
+  }
+
+  function suivre(entree) {
+    if (entree.etat === 'recue') {
+      reussir(entree);
+    } else if (entree.etat === 'muette') {
+      raison.textContent = entree.raison ? 'Cause : ' + entree.raison : '';
+      raison.hidden = !entree.raison;
+      montrer('muet', etat.dataset.texteMuet);
+    } else {
+      montrer('attente', entree.etat === 'envoyee' ? etat.dataset.texteEnvoye : etat.dataset.texteAttente);
+    }
+  }
+
+  function essayer(delaiMs) {
+    Tavrollo.file.ajouter({ sonde: true, titre: 'Essai du pont', delaiMs: delaiMs, surChange: suivre });
+  }
+
+  bouton.addEventListener('click', function () {
+    essayer(0);
+    etat.focus();
+  });
+  essayer(Tavrollo.ATTENTE_AUTOMATIQUE_MS);
+})(TavrolloVueFile);
