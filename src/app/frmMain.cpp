@@ -1,0 +1,221 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/frmMain.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QTime>
+#include <cstdlib>
+#include <ctime>
+
+#include "app/Guarded.h"
+#include "app/MenuCommands.h"
+#include "app/StartUpBoxes.h"
+#include "bridge/PageKey.h"
+#include "bridge/StateScript.h"
+#include "config/ShortcutStore.h"
+#include "platform/Files.h"
+#include "platform/System.h"
+#include "platform/Version.h"
+#include "platform/qt/QtText.h"
+#include "text/Paths.h"
+#include "text/Utf.h"
+#include "tray/DesktopNotice.h"
+#include "tray/MenuTree.h"
+#include "tray/TrayManager.h"
+#include "tray/TrayMessages.h"
+
+namespace {
+
+constexpr int kFirstSearchMilliseconds = 3000;
+constexpr ProgramVersion kVersion{kVersionMajor, kVersionMinor, kVersionRevision};
+
+std::time_t programModified() {
+  constexpr std::int64_t kNanosecondsPerSecond = 1'000'000'000;
+  const std::optional<FileStamp> stamp = fileStamp(executablePath());
+  return stamp ? static_cast<std::time_t>(stamp->modified / kNanosecondsPerSecond) : 0;
+}
+
+double secondsSinceMidnight() {
+  constexpr double kMillisecondsPerSecond = 1000.0;
+  return QTime::currentTime().msecsSinceStartOfDay() / kMillisecondsPerSecond;
+}
+
+// For the pages, whatever the desktop's locale: dd/mm/yyyy hh:mm:ss.
+Text pageTime() { return dateText(std::time(nullptr), {u',', "%d/%m/%Y %H:%M:%S"}); }
+
+}  // namespace
+
+frmMain::frmMain(Companion& companion, Shell& shell, Questions& questions, DefaultBrowser& browser)
+    : companion_(companion),
+      shell_(shell),
+      questions_(questions),
+      MenuIcon_(availableCommands(), [this](TextView name) { menuChosen(name); }),
+      trayHost_(trayManagerStands, [this] { trayAppeared(); }, [this] { noTray(); }),
+      infos_(desktopNoticeFor(QGuiApplication::platformName())),
+      splash_([this] { return SplashContents{kVersion, programModified(), companion_.locale,
+                                             companion_.settings.scaleX, companion_.settings.scaleY}; },
+              secondsSinceMidnight),
+      reader_(companion.trace, [this] { pumpEvents(); }),
+      actions_(actionSurroundings()),
+      watcher_(companion.settings, reader_, actions_, companion.trace, *this),
+      startUp_({companion, reader_, watcher_, shell, questions, browser, *this}) {
+  setObjectName(QStringLiteral("frmMain"));
+  TimerFirstSearch_.setInterval(kFirstSearchMilliseconds);
+  TimerFirstSearch_.setSingleShot(true);
+  TimerCookies_.setTimerType(Qt::PreciseTimer);  // a coarse one may be 5 % late
+  connect(&TimerFirstSearch_, &QTimer::timeout, this, &frmMain::TimerFirstSearch_Timer);
+  connect(&TimerCookies_, &QTimer::timeout, this, &frmMain::TimerCookies_Timer);
+}
+
+frmMain::~frmMain() = default;
+
+bool frmMain::Form_Load(bool firstInstance) {
+  bool goesOn = true;  // a start that broke off leaves the program in the tray, with its menu
+  guarded(questions_, u"Form_Load",
+          [&] { goesOn = startUp_.Form_Load(firstInstance, executablePath()); });
+  return goesOn;
+}
+
+void frmMain::endProgram() {
+  if (trayIcon_) trayIcon_->remove();
+  saveOffsetCookie();
+  QCoreApplication::sendPostedEvents();
+  // Windows and message boxes may be open, each in an event loop of its own: none is unwound.
+  std::_Exit(EXIT_SUCCESS);
+}
+
+// --- The menu -----------------------------------------------------------------------------------
+
+void frmMain::menuChosen(TextView name) {
+  for (const MenuCommand& command : menuCommands()) {
+    if (command.entry != name) continue;
+    const Text procedure = Text(name) + u"_Click";
+    guarded(questions_, procedure, [&] { (this->*command.run)(); });
+    return;
+  }
+  // The lock enables entries whose command this version does not have.
+  companion_.trace.log(u"commande absente de cette version : " + Text(name));
+}
+
+void frmMain::MenuQuit_Click() {
+  if (questions_.ask(quitBox()) != Answer::No) endProgram();
+}
+
+void frmMain::MenuAbout_Click() { splash_.start(); }
+
+void frmMain::MenuParam_Click() {
+  TimerCookies_.stop();
+  companion_.trace.log(u"fenêtre absente de cette version : Paramètres");
+}
+
+void frmMain::menuDebug_Click() {
+  if (!debug_) debug_ = std::make_unique<frmDebug>(companion_.trace);
+  debug_->show();
+  debug_->raise();
+  debug_->activateWindow();
+}
+
+void frmMain::MenuWebAdmin_Click() { openPage(u"index.html"); }
+void frmMain::menuWebUser_Click() { openPage(u"eleve.html"); }
+void frmMain::menuAide_Click() { openPage(u"aide.html"); }
+
+void frmMain::openPage(TextView name) {
+  const Text root = webApplicationRoot(companion_.settings.shortcutPath);
+  shell_.ShellExecute({.operation = u"open",
+                       .file = nativePath(root + Text(name)),
+                       .directory = startInFolder(currentFolder(), nativeSeparator())});
+}
+
+// --- The start ----------------------------------------------------------------------------------
+
+void frmMain::addTrayIcon() { trayHost_.start(); }
+
+void frmMain::trayAppeared() {
+  trayIcon_ = std::make_unique<TrayIcon>(MenuIcon_, tipText(kVersionMajor, kVersionMinor, kVersionRevision));
+  trayIcon_->ApplicIcone(0);
+  menuWindow_.reset();
+}
+
+void frmMain::noTray() {
+  menuWindow_ = std::make_unique<MenuWindow>(MenuIcon_);
+  menuWindow_->show();
+  questions_.ask(noTrayBox());
+}
+
+void frmMain::setUpNotice() { infos_.setUp(); }
+
+void frmMain::attachMenuBitmaps() { MenuIcon_.attachBitmaps(); }
+
+void frmMain::enableTimerFirstSearch() { TimerFirstSearch_.start(); }
+
+void frmMain::lockMenus(bool lock) {
+  lockMenu(lock, [this](TextView name, bool enabled) { MenuIcon_.setEnabled(name, enabled); });
+}
+
+void frmMain::searchCookieStore() {
+  companion_.trace.log(u"fenêtre absente de cette version : recherche de cookies.sqlite");
+}
+
+// --- The watcher --------------------------------------------------------------------------------
+
+void frmMain::TimerFirstSearch_Timer() {
+  try {
+    watcher_.primeLastCommand();
+  } catch (const std::exception& error) {
+    companion_.trace.log(u"erreur " + fromUtf8(error.what()));
+  }
+  enableTimerCookies(true);
+}
+
+void frmMain::TimerCookies_Timer() {
+  try {
+    watcher_.tick();
+  } catch (const std::exception& error) {
+    companion_.trace.log(u"erreur " + fromUtf8(error.what()));
+  }
+}
+
+void frmMain::pumpEvents() { QCoreApplication::processEvents(); }
+
+void frmMain::enableTimerCookies(bool on) {
+  if (on) {
+    TimerCookies_.start(companion_.settings.pollInterval);
+  } else {
+    TimerCookies_.stop();
+  }
+}
+
+void frmMain::saveOffsetCookie() {
+  const Failure failure = ::saveOffsetCookie(companion_.programFolder, reader_.cookieOffset());
+  if (failure) companion_.trace.log(u"offsetCookie.dat : " + failure.description);
+}
+
+void frmMain::showNotice(const Text& message) { infos_.showNotice(message); }
+
+void frmMain::valueHandled(const Text& lastField) {
+  if (trayIcon_) trayIcon_->showCommandHandled();
+  const Settings& settings = companion_.settings;
+  const BridgeState state{++valuesHandled_, lastField, settings.pollInterval,
+                          fromUtf8(kVersionText), pageTime()};
+  const Failure failure = writeStateScript(webApplicationRoot(settings.shortcutPath), state);
+  if (failure) companion_.trace.log(u"etat.js : " + failure.description);
+}
+
+// --- The actions --------------------------------------------------------------------------------
+
+CommandActions::Surroundings frmMain::actionSurroundings() {
+  return {.shell = shell_,
+          .shortcuts = companion_.shortcuts,
+          .recShortQrCode = [this] {
+            RecShortQrCode(companion_.settings, companion_.shortcuts, questions_);
+          },
+          .writePageKey = [this](const Text& key) { writeKey(key); },
+          .lockMenus = [this](bool lock) { lockMenus(lock); },
+          .currentFolder = currentFolder};
+}
+
+void frmMain::writeKey(const Text& key) {
+  const std::optional<Box> box =
+      writePageKey(webApplicationRoot(companion_.settings.shortcutPath), key);
+  if (box) questions_.ask(*box);
+}

@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QTimer>
+#include <QWidget>
+#include <memory>
+
+#include "app/Companion.h"
+#include "app/StartUp.h"
+#include "bridge/CommandActions.h"
+#include "bridge/CookieStoreReader.h"
+#include "bridge/CookieWatcher.h"
+#include "bridge/frmDebug.h"
+#include "platform/DefaultBrowser.h"
+#include "platform/Questions.h"
+#include "platform/Shell.h"
+#include "tray/MenuWindow.h"
+#include "tray/TrayHost.h"
+#include "tray/TrayIcon.h"
+#include "tray/TrayMenu.h"
+#include "tray/frmInfos.h"
+#include "windows/qt/SplashShow.h"
+
+// The main window. It is never shown: it owns the timers, the tray icon and its menu, and joins the
+// program's rooms.
+class frmMain : public QWidget, public StartUp::Host, public CookieWatcher::Host {
+  Q_OBJECT
+
+ public:
+  frmMain(Companion& companion, Shell& shell, Questions& questions, DefaultBrowser& browser);
+  ~frmMain() override;
+
+  // The load handler. False when the program is to end at once.
+  bool Form_Load(bool firstInstance);
+
+  // Takes the icon away, saves the cookie offset and leaves at once, whatever windows are open.
+  [[noreturn]] void endProgram();
+
+  // The menu's entries.
+  void MenuQuit_Click();
+  void menuDebug_Click();
+  void MenuWebAdmin_Click();
+  void menuWebUser_Click();
+  void menuAide_Click();
+  void MenuAbout_Click() override;
+  void MenuParam_Click() override;
+
+  // The program's start.
+  void addTrayIcon() override;
+  void setUpNotice() override;
+  void attachMenuBitmaps() override;
+  void showSettings() override {}  // no window shows them yet
+  void enableTimerFirstSearch() override;
+  void lockMenus(bool lock) override;
+  void searchCookieStore() override;
+
+  // The cookie watcher.
+  void pumpEvents() override;
+  void enableTimerCookies(bool on) override;
+  void saveOffsetCookie() override;
+  void showNotice(const Text& message) override;
+  void valueHandled(const Text& lastField) override;
+
+ private:
+  void TimerFirstSearch_Timer();
+  void TimerCookies_Timer();
+  void trayAppeared();
+  void noTray();
+  void menuChosen(TextView name);
+  void openPage(TextView name);
+  void writeKey(const Text& key);
+  CommandActions::Surroundings actionSurroundings();
+
+  Companion& companion_;
+  Shell& shell_;
+  Questions& questions_;
+
+  TrayMenu MenuIcon_;
+  TrayHost trayHost_;
+  std::unique_ptr<TrayIcon> trayIcon_;
+  std::unique_ptr<MenuWindow> menuWindow_;
+  frmInfos infos_;
+  std::unique_ptr<frmDebug> debug_;
+  SplashShow splash_;
+
+  CookieStoreReader reader_;
+  CommandActions actions_;
+  CookieWatcher watcher_;
+  StartUp startUp_;
+  std::int64_t valuesHandled_ = 0;
+
+  QTimer TimerFirstSearch_;
+  QTimer TimerCookies_;
+};

@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <QApplication>
+#include <QIcon>
+#include <QSocketNotifier>
+#include <cstdlib>
+#include <iostream>
+
+#include "app/Companion.h"
+#include "app/Options.h"
+#include "app/frmMain.h"
+#include "platform/Desktop.h"
+#include "platform/ProgramFolder.h"
+#include "platform/System.h"
+#include "platform/Version.h"
+#include "platform/qt/MessageBoxQuestions.h"
+#include "text/Paths.h"
+#include "text/Split.h"
+#include "text/Utf.h"
+
+namespace {
+
+constexpr int kWrongUsage = 2;
+
+// The notice must stand at a place of its own choice, which X11 grants and Wayland does not: where
+// both are there, X11 it is.
+void preferX11() {
+  if (!qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) return;
+  if (!qEnvironmentVariableIsEmpty("DISPLAY")) qputenv("QT_QPA_PLATFORM", "xcb");
+}
+
+Text folderOf(const Text& path) { return path.substr(0, path.rfind(nativeSeparator())); }
+
+// The program folder, filled when it is new; what stands in the way is told in a box.
+Failure findProgramFolder(const Options& options, Companion& companion) {
+  const Text executableFolder = folderOf(executablePath());
+  companion.programFolder =
+      chooseProgramFolder(options.programFolder, executableFolder, homeFolder());
+  return fillProgramFolder(companion.programFolder, templateFolder(executableFolder));
+}
+
+Box programFolderBox(const Text& folder, const Failure& failure) {
+  return {.title = u"Tavrollo : dossier du programme",
+          .text = u"Impossible de préparer le dossier\r\n" + folder + u"\r\n\r\n" + failure.description,
+          .icon = BoxIcon::Critical};
+}
+
+void traceToStandardError(TraceBuffer& trace) {
+  trace.observe([](const Text& message) {
+    std::cerr << toUtf8(withPlainLineBreaks(message)) << std::endl;
+  });
+}
+
+int run(QApplication& application, const Options& options, const TerminationRequests& termination) {
+  Companion companion;
+  companion.locale = systemLocale();
+  if (options.trace) traceToStandardError(companion.trace);
+
+  MessageBoxQuestions questions;
+  if (const Failure failure = findProgramFolder(options, companion)) {
+    questions.ask(programFolderBox(companion.programFolder, failure));
+    return EXIT_FAILURE;
+  }
+  InstanceGuard guard;
+  const bool first = guard.acquire(companion.programFolder);
+
+  const std::unique_ptr<Shell> shell =
+      makeShell([&companion](const Text& line) { companion.trace.log(line); });
+  const std::unique_ptr<DefaultBrowser> browser = makeDefaultBrowser();
+  frmMain main(companion, *shell, questions, *browser);
+
+  QSocketNotifier ended(shell->eventsFd(), QSocketNotifier::Read);
+  QObject::connect(&ended, &QSocketNotifier::activated, [&shell] { shell->reap(); });
+  QSocketNotifier terminated(termination.eventsFd(), QSocketNotifier::Read);
+  QObject::connect(&terminated, &QSocketNotifier::activated, [&main] { main.endProgram(); });
+
+  if (!main.Form_Load(first)) return EXIT_SUCCESS;
+  return application.exec();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  for (const std::string_view argument : std::vector<std::string_view>(argv + 1, argv + argc)) {
+    if (argument == "--help") {
+      std::cout << usageText();
+      return EXIT_SUCCESS;
+    }
+    if (argument == "--version") {
+      std::cout << "tavrollo " << kVersionText << '\n';
+      return EXIT_SUCCESS;
+    }
+  }
+  const TerminationRequests termination;
+  preferX11();
+  QApplication application(argc, argv);  // takes the toolkit's own options out of the arguments
+  QApplication::setApplicationName(QStringLiteral("Tavrollo"));
+  QApplication::setApplicationVersion(QString::fromLatin1(kVersionText));
+  QApplication::setDesktopFileName(QStringLiteral("tavrollo"));
+  QApplication::setWindowIcon(QIcon(QStringLiteral(":/tavrollo/tavrollo.svg")));
+  QApplication::setQuitOnLastWindowClosed(false);
+
+  const std::optional<Options> options = parseOptions({argv + 1, argv + argc});
+  if (!options) {
+    std::cerr << usageText();
+    return kWrongUsage;
+  }
+  return run(application, *options, termination);
+}
