@@ -41,9 +41,10 @@ bool x11TrayStands() {
   if (!x11) return false;
   xcb_connection_t* connection = x11->connection();
 
+  int display = 0;
   int screen = 0;
   char* host = nullptr;
-  if (xcb_parse_display(nullptr, &host, nullptr, &screen)) std::free(host);
+  if (xcb_parse_display(nullptr, &host, &display, &screen)) std::free(host);
   const std::string name = "_NET_SYSTEM_TRAY_S" + std::to_string(screen);
 
   const Owned<xcb_intern_atom_reply_t> selection(xcb_intern_atom_reply(
