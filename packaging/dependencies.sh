@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-# shellcheck shell=bash
+# shellcheck shell=bash disable=SC2034
 # What Tavrollo needs from the system, for Debian and its relatives. Sourced by ./run and ./test.
 #
 # A name with "|" lists what the same package is called on other releases: the first that is

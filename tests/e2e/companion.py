@@ -67,6 +67,7 @@ class Companion:
 
     def configure(self, store, interval=600, notifications=1, browser=0):
         """Writes config.cfg; it is read at the next start."""
+        self._interval = interval
         text = _CONFIGURATION.format(
             browser=browser, store=store, interval=interval, notifications=notifications,
             shortcuts=os.path.join(self.root, "res_css", "js", "shortQrCode.js"))
@@ -149,6 +150,10 @@ class Companion:
                      f"{count} × {text!r} in the trace", timeout)
         except TimeoutError as error:
             raise TimeoutError(f"{error}; its end:\n{self.trace()[-2000:]}") from None
+
+    def wait_for_quiet_looks(self, looks=3):
+        """Lets this many looks at the store pass. They leave no line when nothing is new."""
+        time.sleep(looks * self._interval / 1000 + 0.5)
 
     def state(self):
         """What the program last told the pages (etat.js), {} before the first command."""

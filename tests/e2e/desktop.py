@@ -76,6 +76,7 @@ class Desktop:
     def __init__(self, screen="1280x900x24"):
         self._screen = screen
         self._processes = []
+        self._defaults = {}
         # Kept short: a command in a cookie holds 256 bytes, and paths stand in it.
         self.folder = tempfile.mkdtemp(prefix="tav-")
         self.home = os.path.join(self.folder, "home")
@@ -257,8 +258,8 @@ class Desktop:
 
     def set_default(self, desktop_file, *mime_types):
         """Makes an application that is already known the default for these MIME types."""
+        self._defaults.update(dict.fromkeys(mime_types, desktop_file))
         path = os.path.join(self.environment["XDG_CONFIG_HOME"], "mimeapps.list")
-        heading = "" if os.path.exists(path) else "[Default Applications]\n"
-        with open(path, "a", encoding="utf-8") as file:
-            file.write(heading)
-            file.writelines(f"{mime_type}={desktop_file}\n" for mime_type in mime_types)
+        with open(path, "w", encoding="utf-8") as file:
+            file.write("[Default Applications]\n")
+            file.writelines(f"{mime_type}={name}\n" for mime_type, name in self._defaults.items())

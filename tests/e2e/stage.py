@@ -78,6 +78,13 @@ class Stage:
         self.send([*fields, last])
         self.companion.wait_for_handled(last, timeout)
 
+    def forget_command(self):
+        """Takes the current page's command out of the browser again."""
+        self.firefox.page.set_cookie_text("Tavr1CodeToExe=; path=/; max-age=0")
+        left = self.firefox.page.cookies()
+        if "Tavr1CodeToExe" in left:
+            raise RuntimeError(f"the page still has its command: {left}")
+
     def open_page(self, name="index.html"):
         """Shows a page of the web application in the current tab."""
         self.firefox.page.navigate(self.companion.page_address(name))

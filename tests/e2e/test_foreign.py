@@ -54,6 +54,8 @@ class Foreign(unittest.TestCase):
     def test_a_foreign_page_is_refused_and_traced_once(self):
         stage, refusal = self.stage, f"cookie refusé, hôte : {_FOREIGN}"
         stage.begin()
+        # The first row that counts ends a look at the store: ours must not hide the other's.
+        stage.forget_command()
         self.send_from(_FOREIGN, "runapp", self.program, "mal", "m1")
         stage.companion.wait_for_trace(refusal)
 
@@ -66,7 +68,7 @@ class Foreign(unittest.TestCase):
         self.assertEqual(stage.companion.trace().count(refusal), 1)
 
     def test_a_command_inside_another_cookie_is_no_command(self):
-        stage, page = self.stage, self.stage.firefox.page
+        stage = self.stage
         stage.begin()
         page = stage.firefox.page
         hidden = cookie_text(["runapp", self.program, "mal", "h1"]).split(";")[0]
@@ -89,10 +91,11 @@ class Foreign(unittest.TestCase):
         stage = self.stage
         # One that is not listed yet.
         stage.begin()
+        stage.forget_command()
         self.send_from("ecole.example", "runapp", self.program, "trop tôt", "e1")
         stage.companion.wait_for_trace("cookie refusé, hôte : ecole.example")
         self.assertEqual(stage.companion.stop(), 0)
-        stage.firefox.page.set_cookie_text("Tavr1CodeToExe=; path=/; max-age=0")
+        stage.forget_command()
 
         with open(os.path.join(stage.companion.folder, "hotes_autorises.txt"), "w",
                   encoding="ascii") as file:
@@ -108,8 +111,7 @@ class Foreign(unittest.TestCase):
             stage.recorder.wait_for_starts(number + 1)
             self.assertEqual(self.words()[-1], host)
             self.assertEqual(stage.companion.stop(), 0)
-            stage.firefox.page.set_cookie_text("Tavr1CodeToExe=; path=/; max-age=0")
-            self.assertNotIn("Tavr1CodeToExe", stage.firefox.page.cookies())
+            stage.forget_command()
         self.assertEqual(self.words(), ["127.0.0.1", "localhost", "ecole.example"])
 
 

@@ -21,7 +21,7 @@ class Restarts(unittest.TestCase):
 
     def run_program(self, word):
         """Gives a command that starts the program with this word, and sees it arrive once."""
-        self.stage.command("runapp", self.program, word)
+        self.stage.command("runapp", self.program, f'"{word}"')
         self.expected.append(word)
         self.stage.recorder.wait_for_starts(len(self.expected))
         self.assert_nothing_more_ran()
