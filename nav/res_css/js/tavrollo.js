@@ -41,7 +41,11 @@ var Tavrollo = (function (valeur, raccourcis, chargeur, vue) {
     lireEtat: chargeur.lireEtat,
     dernierEnvoi: dernierEnvoi,
     noterEnvoi: noterEnvoi,
-    change: function (entrees) { if (vueFile) { vueFile.montrer(entrees); } }
+    change: function (entrees, entree) {
+      if (!vueFile) { return; }
+      vueFile.montrer(entrees);
+      if (entree && entree.etat === 'recue') { montrerEtat(entree.reponse); }
+    }
   });
 
   // Shows a message beside a form; genre: "erreur", "succes" or "info".
@@ -50,11 +54,17 @@ var Tavrollo = (function (valeur, raccourcis, chargeur, vue) {
     cible.setAttribute('data-genre', genre);
   }
 
-  // Queues a command and lets the message element follow it. Gives false when it was refused.
+  function messageDe(entree) {
+    if (entree.etat !== 'recue') { return vue.texteEtat(entree); }
+    return entree.demande.bilan || vue.texteEtat(entree) + '.';
+  }
+
+  // Queues a command and lets the message element follow it; demande.bilan is what it says in the
+  // end instead of the time taken. Gives false when the command was refused.
   function commander(demande, message, suite) {
     demande.surChange = function (entree) {
       var genres = { recue: 'succes', muette: 'erreur' };
-      dire(message, vue.texteEtat(entree) + (entree.etat === 'recue' ? '.' : ''), genres[entree.etat] || 'info');
+      dire(message, messageDe(entree), genres[entree.etat] || 'info');
       if (suite && entree.etat === 'recue') { suite(entree); }
     };
     var ajoutee = file.ajouter(demande);
@@ -80,15 +90,19 @@ var Tavrollo = (function (valeur, raccourcis, chargeur, vue) {
     }, message);
   }
 
+  function montrerEtat(etat) {
+    document.getElementById('fileEtat').textContent = etat
+      ? 'Dernière réponse de Tavrollo ' + etat.version + ' : ' + etat.heure + '.'
+      : 'Tavrollo n’a encore jamais répondu sur cet ordinateur.';
+  }
+
   function preparer() {
     var liste = document.getElementById('fileAttente');
     if (!liste) { return; }
     vueFile = vue.creer(liste, document.getElementById('fileVide'), function () { return file; });
     chargeur.lireEtat(function (etat) {
       file.prendreEnCompte(etat);
-      document.getElementById('fileEtat').textContent = etat
-        ? 'Dernière réponse de Tavrollo ' + etat.version + ' : ' + etat.heure + '.'
-        : 'Tavrollo n’a encore jamais répondu sur cet ordinateur.';
+      montrerEtat(etat);
     });
   }
 
