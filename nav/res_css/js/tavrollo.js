@@ -11,6 +11,8 @@ var Tavrollo = (function (valeur, raccourcis, chargeur, vue) {
   var PAS_DE_COOKIE = 'ce navigateur ne garde pas de cookie pour cette page. Ouvrez-la dans ' +
     'Firefox, hors navigation privée.';
 
+  var SANS_SCRIPT = 'le fichier rwCookies.js manque à côté des scripts de cette page.';
+
   var vueFile = null;
 
   // Storage may be switched off: the page then knows of its own sendings and of the cookie alone.
@@ -22,14 +24,20 @@ var Tavrollo = (function (valeur, raccourcis, chargeur, vue) {
     try { localStorage.setItem(MEMOIRE, String(ms)); } catch (erreur) { return; }
   }
 
+  // The program rewrites the script that reads cookies: it may be missing after a failure.
+  function cookieActuel() {
+    return typeof window.lireCookie === 'function' ? lireCookie(valeur.NOM_COOKIE) : '';
+  }
+
   // Firefox keeps a storage per file, so that another page's last sending shows in the cookie only.
   function dernierEnvoi() {
-    return Math.max(lireMemoire(), valeur.heureDEnvoi(lireCookie(valeur.NOM_COOKIE)));
+    return Math.max(lireMemoire(), valeur.heureDEnvoi(cookieActuel()));
   }
 
   function ecrire(texte) {
+    if (typeof window.ecrireCookie !== 'function') { return SANS_SCRIPT; }
     ecrireCookie(valeur.NOM_COOKIE, texte, DUREE_COOKIE_S);
-    return lireCookie(valeur.NOM_COOKIE) === texte ? '' : PAS_DE_COOKIE;
+    return cookieActuel() === texte ? '' : PAS_DE_COOKIE;
   }
 
   var file = TavrolloFileAttente.creer({
@@ -37,7 +45,7 @@ var Tavrollo = (function (valeur, raccourcis, chargeur, vue) {
     plusTard: function (action, ms) { return setTimeout(action, ms); },
     annuler: function (reference) { clearTimeout(reference); },
     ecrire: ecrire,
-    lire: function () { return lireCookie(valeur.NOM_COOKIE); },
+    lire: cookieActuel,
     lireEtat: chargeur.lireEtat,
     dernierEnvoi: dernierEnvoi,
     noterEnvoi: noterEnvoi,
@@ -55,8 +63,8 @@ var Tavrollo = (function (valeur, raccourcis, chargeur, vue) {
   }
 
   function messageDe(entree) {
-    if (entree.etat !== 'recue') { return vue.texteEtat(entree); }
-    return entree.demande.bilan || vue.texteEtat(entree) + '.';
+    if (entree.etat === 'recue' && entree.demande.bilan) { return entree.demande.bilan; }
+    return vue.texteEtat(entree).replace(/([^.…])$/, '$1.');
   }
 
   // Queues a command and lets the message element follow it; demande.bilan is what it says in the
