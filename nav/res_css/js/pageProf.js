@@ -156,12 +156,16 @@
   }
 
   function debloquerMenus() {
-    Tavrollo.commander({ mot: 'lzck', champs: ['false'], titre: 'Débloquer les menus' }, par('messageMenus'));
+    Tavrollo.commander({
+      mot: 'lzck', champs: ['false'], titre: 'Débloquer les menus', bilan: 'Les menus sont débloqués.'
+    }, par('messageMenus'));
   }
 
   function verrouiller() {
     var message = cleActuelle() === '' ? par('messageMenus') : par('messageCle');
-    Tavrollo.commander({ mot: 'lzck', champs: ['true'], titre: 'Verrouiller les menus' }, message);
+    Tavrollo.commander({
+      mot: 'lzck', champs: ['true'], titre: 'Verrouiller les menus', bilan: 'Les menus sont verrouillés.'
+    }, message);
     retenirCle(null);
     if (cleActuelle() !== '') {
       montrerPage(false);

@@ -11,6 +11,8 @@ var Tavrollo = (function (valeur, raccourcis, chargeur, vue) {
   var PAS_DE_COOKIE = 'ce navigateur ne garde pas de cookie pour cette page. Ouvrez-la dans ' +
     'Firefox, hors navigation privée.';
 
+  var SANS_SCRIPT = 'le fichier rwCookies.js manque à côté des scripts de cette page.';
+
   var vueFile = null;
 
   // Storage may be switched off: the page then knows of its own sendings and of the cookie alone.
@@ -22,14 +24,20 @@ var Tavrollo = (function (valeur, raccourcis, chargeur, vue) {
     try { localStorage.setItem(MEMOIRE, String(ms)); } catch (erreur) { return; }
   }
 
+  // The program rewrites the script that reads cookies: it may be missing after a failure.
+  function cookieActuel() {
+    return typeof window.lireCookie === 'function' ? lireCookie(valeur.NOM_COOKIE) : '';
+  }
+
   // Firefox keeps a storage per file, so that another page's last sending shows in the cookie only.
   function dernierEnvoi() {
-    return Math.max(lireMemoire(), valeur.heureDEnvoi(lireCookie(valeur.NOM_COOKIE)));
+    return Math.max(lireMemoire(), valeur.heureDEnvoi(cookieActuel()));
   }
 
   function ecrire(texte) {
+    if (typeof window.ecrireCookie !== 'function') { return SANS_SCRIPT; }
     ecrireCookie(valeur.NOM_COOKIE, texte, DUREE_COOKIE_S);
-    return lireCookie(valeur.NOM_COOKIE) === texte ? '' : PAS_DE_COOKIE;
+    return cookieActuel() === texte ? '' : PAS_DE_COOKIE;
   }
 
   var file = TavrolloFileAttente.creer({
@@ -37,11 +45,15 @@ var Tavrollo = (function (valeur, raccourcis, chargeur, vue) {
     plusTard: function (action, ms) { return setTimeout(action, ms); },
     annuler: function (reference) { clearTimeout(reference); },
     ecrire: ecrire,
-    lire: function () { return lireCookie(valeur.NOM_COOKIE); },
+    lire: cookieActuel,
     lireEtat: chargeur.lireEtat,
     dernierEnvoi: dernierEnvoi,
     noterEnvoi: noterEnvoi,
-    change: function (entrees) { if (vueFile) { vueFile.montrer(entrees); } }
+    change: function (entrees, entree) {
+      if (!vueFile) { return; }
+      vueFile.montrer(entrees);
+      if (entree && entree.etat === 'recue') { montrerEtat(entree.reponse); }
+    }
   });
 
   // Shows a message beside a form; genre: "erreur", "succes" or "info".
@@ -50,11 +62,17 @@ var Tavrollo = (function (valeur, raccourcis, chargeur, vue) {
     cible.setAttribute('data-genre', genre);
   }
 
-  // Queues a command and lets the message element follow it. Gives false when it was refused.
+  function messageDe(entree) {
+    if (entree.etat === 'recue' && entree.demande.bilan) { return entree.demande.bilan; }
+    return vue.texteEtat(entree).replace(/([^.…])$/, '$1.');
+  }
+
+  // Queues a command and lets the message element follow it; demande.bilan is what it says in the
+  // end instead of the time taken. Gives false when the command was refused.
   function commander(demande, message, suite) {
     demande.surChange = function (entree) {
       var genres = { recue: 'succes', muette: 'erreur' };
-      dire(message, vue.texteEtat(entree) + (entree.etat === 'recue' ? '.' : ''), genres[entree.etat] || 'info');
+      dire(message, messageDe(entree), genres[entree.etat] || 'info');
       if (suite && entree.etat === 'recue') { suite(entree); }
     };
     var ajoutee = file.ajouter(demande);
@@ -80,15 +98,19 @@ var Tavrollo = (function (valeur, raccourcis, chargeur, vue) {
     }, message);
   }
 
+  function montrerEtat(etat) {
+    document.getElementById('fileEtat').textContent = etat
+      ? 'Dernière réponse de Tavrollo ' + etat.version + ' : ' + etat.heure + '.'
+      : 'Tavrollo n’a encore jamais répondu sur cet ordinateur.';
+  }
+
   function preparer() {
     var liste = document.getElementById('fileAttente');
     if (!liste) { return; }
     vueFile = vue.creer(liste, document.getElementById('fileVide'), function () { return file; });
     chargeur.lireEtat(function (etat) {
       file.prendreEnCompte(etat);
-      document.getElementById('fileEtat').textContent = etat
-        ? 'Dernière réponse de Tavrollo ' + etat.version + ' : ' + etat.heure + '.'
-        : 'Tavrollo n’a encore jamais répondu sur cet ordinateur.';
+      montrerEtat(etat);
     });
   }
 

@@ -65,8 +65,10 @@ var TavrolloVueFile = (function () {
       boutons[1].hidden = entree.etat !== 'muette' && entree.etat !== 'attente';
     }
 
-    function montrer(entrees) {
+    // The newest entry comes first.
+    function montrer(suite) {
       var vues = {};
+      var entrees = suite.slice().reverse();
       entrees.forEach(function (entree) {
         var ligne = lignes[entree.id] || nouvelleLigne(entree);
         vues[entree.id] = ligne;
