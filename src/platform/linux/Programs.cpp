@@ -52,7 +52,7 @@ std::string programInPath(const std::string& name) {
   const char* path = std::getenv("PATH");
   if (!path || name.empty() || name.find('/') != std::string::npos) return {};
   for (const std::string_view folder : split(std::string_view(path), std::string_view(":"))) {
-    const std::string file = std::string(folder.empty() ? "." : folder) + "/" + name;
+    std::string file = std::string(folder.empty() ? "." : folder) + "/" + name;
     if (isProgram(file)) return file;
   }
   return {};
