@@ -31,6 +31,10 @@ class TrayIcon : public QObject {
   // Keeps the icon moving for two seconds.
   void showCommandHandled();
 
+  // Hands the menu to the tray, which then shows it itself at a right click. Done from the start
+  // where windows cannot place themselves.
+  void letTrayShowMenu();
+
   // Takes the icon out of the tray.
   void remove();
 

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QSystemTrayIcon>
+#include <QDBusPendingCallWatcher>
+#include <QStringList>
 #include <QThread>
 #include <atomic>
 #include <memory>
@@ -129,6 +130,26 @@ TEST(StatusNotifier, IconRegistersAndItsActivationPopsTheMenuUp) {
     EXPECT_TRUE(waitUntil([&] { return menu.menu().isVisible(); })) << asked;
     menu.menu().close();
   }
+}
+
+TEST(StatusNotifier, AMenuHandedToTheTrayIsExported) {
+  Desktop desktop;
+  desktop.watcher.hosted = true;
+  ASSERT_TRUE(desktop.appear());
+  TrayMenu menu({}, [](TextView) {});
+  TrayIcon icon(menu, tipText(1, 0, 0));
+  icon.letTrayShowMenu();
+  desktop.watcher.RegisterStatusNotifierItem(QString());
+  icon.ApplicIcone(0);
+  ASSERT_TRUE(waitUntil([&] { return !desktop.watcher.item().isEmpty(); }));
+
+  QDBusMessage call = QDBusMessage::createMethodCall(
+      desktop.watcher.item(), QStringLiteral("/MenuBar"), QStringLiteral("com.canonical.dbusmenu"),
+      QStringLiteral("GetLayout"));
+  call << 0 << -1 << QStringList{QStringLiteral("label")};
+  QDBusPendingCallWatcher answer(desktop.bus.asyncCall(call));
+  ASSERT_TRUE(waitUntil([&] { return answer.isFinished(); }));
+  EXPECT_FALSE(answer.isError()) << answer.error().message().toStdString();
 }
 
 #include "ui_status_notifier.moc"
