@@ -21,8 +21,8 @@ class TrayIcon : public QObject {
   // `tip` is the tip text as it stands in its fixed field.
   TrayIcon(TrayMenu& menu, Text tip, QObject* parent = nullptr);
 
-  // Adds the icon at the first call and changes it afterwards: the picture of frame 0 to 8, and with
-  // frame 0 the tip.
+  // Adds the icon at the first call and changes it afterwards: the picture of frame 0 to 8, and
+  // with frame 0 the tip.
   void ApplicIcone(std::int16_t frame);
 
   // Starts TimerIcon, whose next tick shows `frame`.

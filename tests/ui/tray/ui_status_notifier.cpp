@@ -15,8 +15,8 @@
 #include "tray/TrayMessages.h"
 #include "ui/UiMain.h"
 
-// The part of a desktop that shows status notifier items. It answers from a thread of its own, since
-// the toolkit blocks while it asks.
+// The part of a desktop that shows status notifier items. It answers from a thread of its own,
+// since the toolkit blocks while it asks.
 class Watcher : public QObject {
   Q_OBJECT
   Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
