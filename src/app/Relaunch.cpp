@@ -16,6 +16,6 @@ ShellRequest relaunchRequest(const Text& executablePath) {
   const TextView ending = name.ends_with(kExecutableEnd) ? kExecutableEnd : TextView();
   return {.operation = {},
           .file = folder + u"reload" + Text(ending),
-          .parameters = name + u"\t" + executablePath,
+          .parameters = name + u"\t" + parameterWord(executablePath),
           .directory = folder};
 }

@@ -58,8 +58,12 @@ frmMain::frmMain(Companion& companion, Shell& shell, Questions& questions, Defau
       reader_(companion.trace, [this] { pumpEvents(); }),
       actions_(actionSurroundings()),
       watcher_(companion.settings, reader_, actions_, companion.trace, *this),
-      startUp_({companion, reader_, watcher_, shell, questions, browser, *this}) {
+      startUp_({companion, reader_, watcher_, shell, questions, browser, *this}),
+      TimerFirstSearch_(this),
+      TimerCookies_(this) {
   setObjectName(QStringLiteral("frmMain"));
+  TimerFirstSearch_.setObjectName(QStringLiteral("TimerFirstSearch"));
+  TimerCookies_.setObjectName(QStringLiteral("TimerCookies"));
   TimerFirstSearch_.setInterval(kFirstSearchMilliseconds);
   TimerFirstSearch_.setSingleShot(true);
   TimerCookies_.setTimerType(Qt::PreciseTimer);  // a coarse one may be 5 % late

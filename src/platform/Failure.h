@@ -14,14 +14,17 @@ struct Failure {
 };
 
 namespace failures {
-Failure overflow();         // 6
-Failure pastEndOfFile();    // 62
-Failure notRegularFile();   // 75
-Failure changingFile();     // 70: the file changed under every attempt to read it
+Failure overflow();        // 6
+Failure pastEndOfFile();   // 62
+Failure notRegularFile();  // 75
+Failure changingFile();    // 70: the file changed under every attempt to read it
 }  // namespace failures
 
 // The failure for a value of errno; 0 is success.
 Failure failureFromErrno(int error);
 
 // The same failure, its phrase naming what it was about: "Fichier introuvable : xdg-open".
-Failure about(Failure failure, TextView what);
+inline Failure about(Failure failure, TextView what) {
+  failure.description.append(u" : ").append(what);
+  return failure;
+}

@@ -17,6 +17,9 @@ struct ShellRequest {
   ShowState show = ShowState::Normal;
 };
 
+// `word` as one word of ShellRequest::parameters: bare when nothing in it needs quoting.
+Text parameterWord(const Text& word);
+
 class Shell {
  public:
   virtual ~Shell() = default;

@@ -41,7 +41,11 @@ void DesktopNotice::answered(QDBusPendingCallWatcher* call) {
   if (next_) show(*std::exchange(next_, std::nullopt));
 }
 
+bool windowsPlaceThemselves(const QString& platformName) {
+  return !platformName.startsWith(QStringLiteral("wayland"));
+}
+
 std::unique_ptr<DesktopNotice> desktopNoticeFor(const QString& platformName) {
-  if (!platformName.startsWith(QStringLiteral("wayland"))) return nullptr;
+  if (windowsPlaceThemselves(platformName)) return nullptr;
   return std::make_unique<DesktopNotice>();
 }

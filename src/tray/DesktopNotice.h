@@ -27,6 +27,10 @@ class DesktopNotice : public QObject {
   std::optional<QString> next_;  // came before the desktop had answered for the last one
 };
 
-// The desktop's notification for a window platform (QGuiApplication::platformName) on which windows
-// cannot place themselves; nothing for the others.
+// False on a window platform (QGuiApplication::platformName) whose windows cannot say where on the
+// screen they go.
+bool windowsPlaceThemselves(const QString& platformName);
+
+// The desktop's notification for a window platform whose windows cannot place
+// themselves; nothing for the others.
 std::unique_ptr<DesktopNotice> desktopNoticeFor(const QString& platformName);

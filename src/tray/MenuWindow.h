@@ -9,8 +9,8 @@ namespace Ui {
 class MenuWindow;
 }
 
-// Stands in for the tray icon on a desktop without a tray: a small window whose button pops the tray
-// menu up. Closing it only minimises it, so that the program never runs out of sight.
+// Stands in for the tray icon on a desktop without a tray: a small window whose button pops the
+// tray menu up. Closing it only minimises it, so that the program never runs out of sight.
 class MenuWindow : public QWidget {
   Q_OBJECT
 

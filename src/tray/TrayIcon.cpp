@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tray/TrayIcon.h"
 
+#include <QGuiApplication>
 #include <utility>
 
 #include "platform/qt/QtText.h"
+#include "tray/DesktopNotice.h"
 #include "tray/TrayMenu.h"
 #include "tray/TrayMessages.h"
 #include "windows/Twips.h"
@@ -36,7 +38,10 @@ TrayIcon::TrayIcon(TrayMenu& menu, Text tip, QObject* parent)
   icon_.setParent(this);
   icon_.setObjectName(QStringLiteral("trayIcon"));
   connect(&icon_, &QSystemTrayIcon::activated, this, &TrayIcon::iconActivated);
+  if (!windowsPlaceThemselves(QGuiApplication::platformName())) letTrayShowMenu();
 }
+
+void TrayIcon::letTrayShowMenu() { icon_.setContextMenu(&menu_.menu()); }
 
 void TrayIcon::ApplicIcone(std::int16_t frame) {
   if (frame < 0 || static_cast<std::size_t>(frame) >= images_.size()) return;

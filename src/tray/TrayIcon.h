@@ -21,8 +21,8 @@ class TrayIcon : public QObject {
   // `tip` is the tip text as it stands in its fixed field.
   TrayIcon(TrayMenu& menu, Text tip, QObject* parent = nullptr);
 
-  // Adds the icon at the first call and changes it afterwards: the picture of frame 0 to 8, and with
-  // frame 0 the tip.
+  // Adds the icon at the first call and changes it afterwards: the picture of frame 0 to 8, and
+  // with frame 0 the tip.
   void ApplicIcone(std::int16_t frame);
 
   // Starts TimerIcon, whose next tick shows `frame`.
@@ -30,6 +30,10 @@ class TrayIcon : public QObject {
 
   // Keeps the icon moving for two seconds.
   void showCommandHandled();
+
+  // Hands the menu to the tray, which then shows it itself at a right click. Done from the start
+  // where windows cannot place themselves.
+  void letTrayShowMenu();
 
   // Takes the icon out of the tray.
   void remove();

@@ -14,8 +14,8 @@ class TrayMenu : public QObject {
   Q_OBJECT
 
  public:
-  // `available`: the commands that can be carried out; the others are shown disabled. `onCommand` is
-  // given the name of the entry that was chosen.
+  // `available`: the commands that can be carried out; the others are shown disabled. `onCommand`
+  // is given the name of the entry that was chosen.
   TrayMenu(const std::set<TextView>& available, std::function<void(TextView name)> onCommand,
            QObject* parent = nullptr);
 

@@ -24,6 +24,7 @@ class RecordingShell : public Shell {
   Failure ShellExecute(const ShellRequest& request) override {
     requests.push_back(request);
     journal_.push_back("execute " + toUtf8(request.file));
+    if (!throws.empty()) throw std::runtime_error(throws);
     return failure;
   }
   Failure startCommandLine(const Text& commandLine) override {
@@ -33,6 +34,7 @@ class RecordingShell : public Shell {
 
   std::vector<ShellRequest> requests;
   Failure failure;
+  std::string throws;  // what ShellExecute throws, when anything
 
  private:
   Journal& journal_;

@@ -5,8 +5,11 @@
 #include <sys/signalfd.h>
 #include <unistd.h>
 
+#include "platform/linux/CommandWords.h"
 #include "platform/linux/LinuxShell.h"
 #include "platform/linux/XdgDefaultBrowser.h"
+
+Text parameterWord(const Text& word) { return quoteWord(word); }
 
 std::unique_ptr<Shell> makeShell(std::function<void(const Text&)> trace) {
   return std::make_unique<LinuxShell>(std::move(trace));

@@ -130,13 +130,13 @@ class Expansion {
 
 // Looks for `rest` in `folder`, also with one of its first dashes as a sub-folder's end.
 std::string findBelow(const std::string& folder, const std::string& rest) {
-  const std::string file = folder + "/" + rest;
+  std::string file = folder + "/" + rest;
   if (FileExists(fromUtf8Lossless(file))) return file;
   for (std::size_t dash = rest.find('-'); dash != std::string::npos;
        dash = rest.find('-', dash + 1)) {
     const std::string below = folder + "/" + rest.substr(0, dash);
     if (dash == 0 || !somethingAt(fromUtf8Lossless(below))) continue;
-    const std::string found = findBelow(below, rest.substr(dash + 1));
+    std::string found = findBelow(below, rest.substr(dash + 1));
     if (!found.empty()) return found;
   }
   return {};
@@ -189,7 +189,7 @@ std::vector<std::string> desktopDataFolders() {
 std::string findDesktopEntry(const std::string& id, const std::vector<std::string>& dataFolders) {
   if (id.empty() || id.find('/') != std::string::npos) return {};
   for (const std::string& folder : dataFolders) {
-    const std::string found = findBelow(folder + "/applications", id);
+    std::string found = findBelow(folder + "/applications", id);
     if (!found.empty()) return found;
   }
   return {};

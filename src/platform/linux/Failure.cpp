@@ -52,8 +52,3 @@ Failure failureFromErrno(int error) {
   }
   return pathOrFileAccess();
 }
-
-Failure about(Failure failure, TextView what) {
-  failure.description.append(u" : ").append(what);
-  return failure;
-}

@@ -233,16 +233,17 @@ Failure readFile(const Text& path, std::string& bytes) {
   std::size_t count = 0;
   // One byte more than there should be: what the file has grown by is read too.
   std::size_t next = static_cast<std::size_t>(stamp.size) + 1;
-  do {
+  bool more = true;
+  while (more) {
     const std::size_t before = read.size();
     read.resize(before + next);
     if (Failure failure = file.readAt(before, std::span(read).subspan(before), count)) {
       return failure;
     }
     read.resize(before + count);
-    if (count < next) break;
+    more = count == next;
     next = kCopyBuffer;
-  } while (true);
+  }
   bytes = std::move(read);
   return {};
 }

@@ -42,7 +42,7 @@ std::string placeOf(const std::string& file, const Text& directory) {
 
 // A name without "/" is a program of PATH, also where a document of that name stands.
 std::string programOf(const std::string& file, const std::string& place) {
-  const std::string inPath = programInPath(file);
+  std::string inPath = programInPath(file);
   if (!inPath.empty()) return inPath;
   return isProgram(place) ? place : std::string();
 }
@@ -94,7 +94,7 @@ bool isInstalled(const std::string& program) {
 std::optional<std::vector<std::string>> editorCommand(const DesktopEntry& entry,
                                                       const std::vector<std::string>& files) {
   if (!entry.tryExec.empty() && !isInstalled(entry.tryExec)) return std::nullopt;
-  const auto command = desktopEntryCommand(entry, files);
+  auto command = desktopEntryCommand(entry, files);
   if (!command || !isInstalled(command->front()) || !entry.terminal) return command;
   std::vector<std::string> inTerminal = terminalCommand();
   if (inTerminal.empty()) return std::nullopt;
@@ -168,6 +168,7 @@ Failure LinuxShell::startTerminal() {
 
 Failure LinuxShell::startWords(const std::vector<Text>& words) {
   std::vector<std::string> arguments;
+  arguments.reserve(words.size());
   for (const Text& word : words) arguments.push_back(toUtf8Lossless(word));
   return start({.arguments = arguments, .folder = {}, .withoutVariables = {}});
 }

@@ -88,6 +88,7 @@ std::vector<char*> environmentWithout(const std::vector<std::string>& names) {
 
 std::vector<char*> pointersTo(std::vector<std::string>& arguments) {
   std::vector<char*> pointers;
+  pointers.reserve(arguments.size() + 1);
   for (std::string& argument : arguments) pointers.push_back(argument.data());
   pointers.push_back(nullptr);
   return pointers;

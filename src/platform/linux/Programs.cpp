@@ -4,8 +4,8 @@
 #include <array>
 #include <cstdlib>
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <string_view>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "platform/Files.h"
@@ -16,7 +16,7 @@
 namespace {
 
 bool mayBeExecuted(const std::string& path) {
-  struct stat status{};
+  struct stat status {};
   return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
          ::faccessat(AT_FDCWD, path.c_str(), X_OK, AT_EACCESS) == 0;
 }
@@ -52,7 +52,7 @@ std::string programInPath(const std::string& name) {
   const char* path = std::getenv("PATH");
   if (!path || name.empty() || name.find('/') != std::string::npos) return {};
   for (const std::string_view folder : split(std::string_view(path), std::string_view(":"))) {
-    const std::string file = std::string(folder.empty() ? "." : folder) + "/" + name;
+    std::string file = std::string(folder.empty() ? "." : folder) + "/" + name;
     if (isProgram(file)) return file;
   }
   return {};

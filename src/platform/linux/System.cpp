@@ -38,10 +38,16 @@ std::string homeFromUserRecord() {
   return found && found->pw_dir && *found->pw_dir ? found->pw_dir : "/";
 }
 
-bool isFolderForUs(const std::string& path) {
+bool takesOurFiles(const std::string& path) {
   struct stat status {};
   if (::stat(path.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) return false;
   return ::faccessat(AT_FDCWD, path.c_str(), W_OK | X_OK, AT_EACCESS) == 0;
+}
+
+// A changed user keeps the variable: the folder that it names may still be another's.
+bool isOurs(const std::string& path) {
+  struct stat status {};
+  return ::stat(path.c_str(), &status) == 0 && status.st_uid == ::geteuid();
 }
 
 using Locale = std::unique_ptr<std::remove_pointer_t<locale_t>, decltype(&::freelocale)>;
@@ -88,7 +94,7 @@ Text homeFolder() {
 }
 
 bool isWritableFolder(const Text& path) {
-  return isFolderForUs(toPath(path).native());
+  return takesOurFiles(toPath(path).native());
 }
 
 LocaleData systemLocale() {
@@ -120,7 +126,8 @@ bool makePrivateFolder(const std::string& path) {
 
 Text runtimeFolder() {
   const std::string given = withoutTrailingSlash(environmentBytes("XDG_RUNTIME_DIR"));
-  if (given.starts_with('/') && isFolderForUs(given)) return fromUtf8Lossless(given);
+  const bool usable = given.starts_with('/') && takesOurFiles(given) && isOurs(given);
+  if (usable) return fromUtf8Lossless(given);
   const std::string shared = "/tmp/tavrollo-" + std::to_string(::geteuid());
   if (makePrivateFolder(shared)) return fromUtf8Lossless(shared);
   const Text home = homeFolder();

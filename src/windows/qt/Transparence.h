@@ -5,6 +5,6 @@
 #include <cstdint>
 
 // Makes a window translucent: 0 invisible to 255 opaque. It may be done before the window is first
-// shown. The answer is 0 when done, 1 when the opacity is out of range (then nothing changes), 2 when
-// the window system failed or `window` is no window of its own.
+// shown. The answer is 0 when done, 1 when the opacity is out of range (then nothing changes), 2
+// when the window system failed or `window` is no window of its own.
 int RendreTransparent(QWidget& window, std::int16_t opacity) noexcept;

@@ -176,6 +176,8 @@ TEST(frmInfos, IsAboveOtherWindows) {
 }
 
 TEST(DesktopNotice, IsForPlatformsWhereWindowsCannotPlaceThemselves) {
+  EXPECT_FALSE(windowsPlaceThemselves(QStringLiteral("wayland")));
+  EXPECT_TRUE(windowsPlaceThemselves(QStringLiteral("xcb")));
   EXPECT_TRUE(desktopNoticeFor(QStringLiteral("wayland")));
   EXPECT_TRUE(desktopNoticeFor(QStringLiteral("wayland-egl")));
   EXPECT_FALSE(desktopNoticeFor(QStringLiteral("xcb")));

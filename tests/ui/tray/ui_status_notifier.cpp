@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
 #include <QStringList>
-#include <QSystemTrayIcon>
+#include <QThread>
+#include <atomic>
 #include <memory>
+#include <mutex>
 
 #include "tray/TrayHost.h"
 #include "tray/TrayIcon.h"
@@ -12,41 +15,67 @@
 #include "tray/TrayMessages.h"
 #include "ui/UiMain.h"
 
-// The part of a desktop that shows status notifier items.
+// The part of a desktop that shows status notifier items. It answers from a thread of its own,
+// since the toolkit blocks while it asks.
 class Watcher : public QObject {
   Q_OBJECT
   Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
-  Q_PROPERTY(bool IsStatusNotifierHostRegistered MEMBER hosted)
+  Q_PROPERTY(bool IsStatusNotifierHostRegistered READ isHosted)
 
  public:
-  bool hosted = false;
-  QStringList items;
+  bool isHosted() const { return hosted; }
+  std::atomic<bool> hosted = false;
+  QString item() const {
+    const std::lock_guard held(mutex_);
+    return item_;
+  }
 
  public Q_SLOTS:
-  void RegisterStatusNotifierItem(const QString& item) { items << item; }
+  void RegisterStatusNotifierItem(const QString& item) {
+    const std::lock_guard held(mutex_);
+    item_ = item;
+  }
 
  Q_SIGNALS:
   void StatusNotifierHostRegistered();
+
+ private:
+  mutable std::mutex mutex_;
+  QString item_;
 };
 
 namespace {
 
-struct Desktop {
-  Desktop() {
-    QDBusConnection::sessionBus().registerObject(
-        QStringLiteral("/StatusNotifierWatcher"), &watcher,
-        QDBusConnection::ExportAllContents);
+const QString kWatcher = QStringLiteral("org.kde.StatusNotifierWatcher");
+
+// The bus keeps hold of the watcher, so there is one for the whole program.
+struct Bus {
+  Bus() {
+    connection.registerObject(QStringLiteral("/StatusNotifierWatcher"), &watcher,
+                              QDBusConnection::ExportAllContents);
+    watcher.moveToThread(&thread);
+    thread.start();
   }
-  bool appear() {
-    return QDBusConnection::sessionBus().registerService(
-        QStringLiteral("org.kde.StatusNotifierWatcher"));
-  }
-  ~Desktop() {
-    QDBusConnection bus = QDBusConnection::sessionBus();
-    bus.unregisterService(QStringLiteral("org.kde.StatusNotifierWatcher"));
-    bus.unregisterObject(QStringLiteral("/StatusNotifierWatcher"));
-  }
+
+  QDBusConnection connection =
+      QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("desktop"));
   Watcher watcher;
+  QThread thread;
+};
+
+Bus& theBus() {
+  static Bus& bus = *new Bus;
+  return bus;
+}
+
+// A desktop that may have a watcher, for as long as this lives.
+struct Desktop {
+  Desktop() { watcher.hosted = false; }
+  ~Desktop() { bus.unregisterService(kWatcher); }
+  bool appear() { return bus.registerService(kWatcher); }
+
+  QDBusConnection& bus = theBus().connection;
+  Watcher& watcher = theBus().watcher;
 };
 
 }  // namespace
@@ -79,7 +108,7 @@ TEST(StatusNotifier, AHostThatRegistersWithAWatcherIsNoticedBeforeTheNextPoll) {
   host.start();
   ASSERT_EQ(found, 0);
   desktop.watcher.hosted = true;
-  Q_EMIT desktop.watcher.StatusNotifierHostRegistered();
+  QMetaObject::invokeMethod(&desktop.watcher, &Watcher::StatusNotifierHostRegistered);
   EXPECT_TRUE(waitUntil([&] { return found > 0; }, 1500));
 }
 
@@ -90,17 +119,37 @@ TEST(StatusNotifier, IconRegistersAndItsActivationPopsTheMenuUp) {
   TrayMenu menu({}, [](TextView) {});
   TrayIcon icon(menu, tipText(1, 0, 0));
   icon.ApplicIcone(0);
-  ASSERT_TRUE(waitUntil([&] { return !desktop.watcher.items.isEmpty(); }));
+  ASSERT_TRUE(waitUntil([&] { return !desktop.watcher.item().isEmpty(); }));
 
   for (const char* asked : {"Activate", "ContextMenu"}) {
     QDBusMessage call = QDBusMessage::createMethodCall(
-        desktop.watcher.items.first(), QStringLiteral("/StatusNotifierItem"),
+        desktop.watcher.item(), QStringLiteral("/StatusNotifierItem"),
         QStringLiteral("org.kde.StatusNotifierItem"), QString::fromLatin1(asked));
     call << 10 << 10;
-    QDBusConnection::sessionBus().send(call);
+    desktop.bus.send(call);
     EXPECT_TRUE(waitUntil([&] { return menu.menu().isVisible(); })) << asked;
     menu.menu().close();
   }
+}
+
+TEST(StatusNotifier, AMenuHandedToTheTrayIsExported) {
+  Desktop desktop;
+  desktop.watcher.hosted = true;
+  ASSERT_TRUE(desktop.appear());
+  TrayMenu menu({}, [](TextView) {});
+  TrayIcon icon(menu, tipText(1, 0, 0));
+  icon.letTrayShowMenu();
+  desktop.watcher.RegisterStatusNotifierItem(QString());
+  icon.ApplicIcone(0);
+  ASSERT_TRUE(waitUntil([&] { return !desktop.watcher.item().isEmpty(); }));
+
+  QDBusMessage call = QDBusMessage::createMethodCall(
+      desktop.watcher.item(), QStringLiteral("/MenuBar"), QStringLiteral("com.canonical.dbusmenu"),
+      QStringLiteral("GetLayout"));
+  call << 0 << -1 << QStringList{QStringLiteral("label")};
+  QDBusPendingCallWatcher answer(desktop.bus.asyncCall(call));
+  ASSERT_TRUE(waitUntil([&] { return answer.isFinished(); }));
+  EXPECT_FALSE(answer.isError()) << answer.error().message().toStdString();
 }
 
 #include "ui_status_notifier.moc"

@@ -19,13 +19,16 @@ namespace {
 // A real tray of the old kind, for as long as this lives.
 class Trayer {
  public:
-  Trayer() {
+  Trayer() { start(); }
+  ~Trayer() { stop(); }
+
+  void start() {
     process_.start(QStringLiteral("trayer"),
                    {QStringLiteral("--edge"), QStringLiteral("bottom"), QStringLiteral("--align"),
                     QStringLiteral("right"), QStringLiteral("--height"), QStringLiteral("28"),
                     QStringLiteral("--SetDockType"), QStringLiteral("true")});
   }
-  ~Trayer() {
+  void stop() {
     process_.terminate();
     process_.waitForFinished();
   }
@@ -239,6 +242,21 @@ TEST(TrayIcon, AHandledCommandKeepsItMovingForTwoSeconds) {
   EXPECT_GE(moving, 3);
   EXPECT_LE(moving, 4);
   EXPECT_EQ(tray.shown(), still);
+}
+
+TEST(TrayIcon, ComesBackWhenTheTrayIsRestarted) {
+  Tray tray;
+  ASSERT_TRUE(tray.up);
+  tray.icon->ApplicIcone(0);
+  ASSERT_TRUE(tray.place());
+  tray.trayer.stop();
+  ASSERT_TRUE(waitUntil([] { return !trayManagerStands(); }));
+  tray.trayer.start();
+  ASSERT_TRUE(waitUntil(trayManagerStands));
+  ASSERT_TRUE(tray.place());
+  clickAt(tray.system->geometry().center(), 1);
+  EXPECT_TRUE(waitUntil([&] { return tray.menu.menu().isVisible(); }));
+  tray.menu.menu().close();
 }
 
 TEST(TrayIcon, RemovalTakesItOutOfTheTray) {

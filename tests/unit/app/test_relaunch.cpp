@@ -14,10 +14,17 @@ TEST(Relaunch, NamesTheProgramATabAndItsPath) {
   EXPECT_EQ(request.show, ShowState::Normal);
 }
 
+TEST(Relaunch, QuotesAPathWithBlanksSoThatItStaysOneWord) {
+  const Text path = nativePath(u"/home/mme dupont/tavrollo");
+  const ShellRequest request = relaunchRequest(path);
+  EXPECT_EQ(request.parameters, u"tavrollo\t" + parameterWord(path));
+  EXPECT_NE(parameterWord(path), path);
+}
+
 TEST(Relaunch, KeepsTheEndingOfAnExecutableThatHasOne) {
   const ShellRequest request = relaunchRequest(nativePath(u"C:\\Tavrollo\\Tavrollo.exe"));
   EXPECT_EQ(request.file, nativePath(u"C:\\Tavrollo\\reload.exe"));
-  EXPECT_EQ(request.parameters, u"Tavrollo.exe\t" + nativePath(u"C:\\Tavrollo\\Tavrollo.exe"));
+  EXPECT_EQ(request.parameters, u"Tavrollo.exe\t" + parameterWord(nativePath(u"C:\\Tavrollo\\Tavrollo.exe")));
 }
 
 }  // namespace

@@ -11,8 +11,8 @@
 #include "config/ShortcutFile.h"
 #include "platform/System.h"
 #include "support/Doubles.h"
+#include "support/Scratch.h"
 #include "text/Paths.h"
-#include "unit/platform/Scratch.h"
 
 namespace {
 

@@ -54,7 +54,9 @@ std::vector<TextView> namesIn(TextView parent) {
   return names;
 }
 
-std::vector<TextView> listed(std::span<const TextView> items) { return {items.begin(), items.end()}; }
+std::vector<TextView> listed(std::span<const TextView> items) {
+  return {items.begin(), items.end()};
+}
 
 }  // namespace
 

@@ -1,0 +1,255 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The main window with its real timers, on a real program folder and a store that the test writes.
+#include <QEventLoop>
+#include <QLabel>
+#include <QTimer>
+#include <algorithm>
+
+#include "app/StartUpBoxes.h"
+#include "app/frmMain.h"
+#include "config/ConfigFile.h"
+#include "support/Doubles.h"
+#include "support/Scratch.h"
+#include "text/Paths.h"
+#include "ui/UiMain.h"
+
+namespace {
+
+std::string store(const std::string& value) {
+  return "xxx\nTavr1CodeToExe" + value + "_e-o-v_xxxxxxxxxxx";
+}
+
+// Lets the program live for a while behind each box, as a user who reads does.
+class SlowQuestions : public ScriptedQuestions {
+ public:
+  using ScriptedQuestions::ScriptedQuestions;
+  Answer ask(const Box& box) override {
+    if (box == noTrayBox()) return Answer::Ok;  // the test's screen has none, which is no news
+    const Answer answer = ScriptedQuestions::ask(box);
+    if (whileOpen) waitUntil(whileOpen);
+    return answer;
+  }
+  std::function<bool()> whileOpen;
+};
+
+class frmMainTest : public testing::Test {
+ protected:
+  frmMainTest() {
+    companion.programFolder = folder.text();
+    companion.locale = frenchLocale();
+    folder.write("nav/res_css/js/shortQrCode.js",
+                 "var FreeId=42\r\nvar tabObj = new Object();\r\nfunction ShortQrCode(myKey){\r\n");
+    folder.write("nav/res_css/js/rwCookies.js", "var ps=\"\";\r\nreste\r\n");
+    folder.write("cookies.sqlite", store("notepad_|_/ancien_|_"));
+    browser.values[Text(kHttpOpenCommand)] = u"firefox.desktop";
+    Settings settings;
+    settings.cookiesPath = folder.text("cookies.sqlite");
+    settings.pollInterval = 20;
+    settings.shortcutPath = folder.text("nav/res_css/js/shortQrCode.js");
+    folder.write("config.cfg", configBytes(settings, frenchLocale()));
+  }
+
+  // Starts the program and waits until it watches.
+  void start() {
+    main = std::make_unique<frmMain>(companion, shell, questions, browser);
+    ASSERT_TRUE(main->Form_Load(true));
+    timer("TimerFirstSearch").start(20);  // rather than its three seconds
+    ASSERT_TRUE(waitUntil([this] { return watching(); }));
+    journal.clear();
+  }
+
+  QTimer& timer(const char* name) {
+    auto* found = main->findChild<QTimer*>(QString::fromLatin1(name));
+    if (!found) throw std::runtime_error(std::string("no timer called ") + name);
+    return *found;
+  }
+
+  bool watching() { return timer("TimerCookies").isActive(); }
+
+  void give(const std::string& value) { folder.write("cookies.sqlite", store(value)); }
+
+  bool comes(const std::string& what) {
+    return waitUntil([&] { return std::find(journal.begin(), journal.end(), what) != journal.end(); });
+  }
+
+  bool traced(TextView line) {
+    const auto& messages = companion.trace.messages();
+    return std::find(messages.begin(), messages.end(), line) != messages.end();
+  }
+
+  // The entry of the tray menu called `name`.
+  QAction& entry(const char* name) {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+      if (window->objectName() != QStringLiteral("MenuIcon")) continue;
+      const QString wanted = QString::fromLatin1(name);
+      if (auto* menu = window->findChild<QMenu*>(wanted)) return *menu->menuAction();
+      if (auto* action = window->findChild<QAction*>(wanted)) return *action;
+    }
+    throw std::runtime_error(std::string("no entry called ") + name);
+  }
+
+  Scratch folder;
+  Journal journal;
+  Companion companion;
+  RecordingShell shell{journal};
+  SlowQuestions questions{journal};
+  FakeBrowser browser{journal};
+  std::unique_ptr<frmMain> main;
+};
+
+}  // namespace
+
+constexpr const char* kLocked[] = {"MenuTavrollo", "MenuWebAdmin", "MenuExplorer", "MenuWin",
+                                   "MenuSynchro"};
+
+TEST_F(frmMainTest, ALeftoverCommandIsNotRunAndANewOneIsRunOnce) {
+  start();
+  give("notepad_|_/nouveau_|_");
+  ASSERT_TRUE(comes("start notepad /nouveau"));
+  give("notepad_|_/nouveau_|_");
+  give("notepad_|_/dernier_|_");
+  ASSERT_TRUE(comes("start notepad /dernier"));
+  EXPECT_EQ(journal, Journal({"start notepad /nouveau", "start notepad /dernier"}));
+}
+
+TEST_F(frmMainTest, TheFirstSearchComesThreeSecondsAfterTheStartAndOnce) {
+  main = std::make_unique<frmMain>(companion, shell, questions, browser);
+  ASSERT_TRUE(main->Form_Load(true));
+  EXPECT_TRUE(timer("TimerFirstSearch").isActive());
+  EXPECT_EQ(timer("TimerFirstSearch").interval(), 3000);
+  EXPECT_TRUE(timer("TimerFirstSearch").isSingleShot());
+  EXPECT_FALSE(watching());
+}
+
+TEST_F(frmMainTest, WatchesAtTheIntervalOfTheSettings) {
+  start();
+  EXPECT_EQ(timer("TimerCookies").interval(), 20);
+}
+
+TEST_F(frmMainTest, AHandledValueIsToldToThePages) {
+  start();
+  give("shellexe_|_/a_|_n\xC3\xB0""1");
+  ASSERT_TRUE(comes("execute /a"));
+  ASSERT_TRUE(waitUntil([this] { return std::filesystem::exists(folder.path("nav/res_css/js/etat.js")); }));
+  const std::string state = folder.read("nav/res_css/js/etat.js");
+  EXPECT_EQ(state.rfind("var tavrolloEtat={\"compteur\":1,\"dernier\":\"n\\u00f01\","
+                        "\"intervalle\":20,\"version\":\"", 0), 0u) << state;
+}
+
+TEST_F(frmMainTest, TheNoticeShowsTheMessage) {
+  start();
+  give("shellexe_|_/a_|_");
+  ASSERT_TRUE(comes("execute /a"));
+  const auto shown = [] {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+      const auto* label = window->findChild<QLabel*>(QStringLiteral("lblInfos"));
+      if (label && label->text() == QStringLiteral("Lancement depuis l'extension")) return true;
+    }
+    return false;
+  };
+  EXPECT_TRUE(waitUntil(shown));
+}
+
+TEST_F(frmMainTest, AShortcutIsWrittenAtOnce) {
+  start();
+  give("createlink_|_lnkweb://\xC3\xA9_|_Caf\xC3\xA9_|_1");
+  ASSERT_TRUE(waitUntil([this] { return companion.shortcuts.freeId() == 43; }));
+  const std::string table = folder.read("nav/res_css/js/shortQrCode.js");
+  EXPECT_NE(table.find("var FreeId=43\r\n"), std::string::npos);
+  EXPECT_NE(table.find("tabObj[\"000000042\"]=\"Caf\xC3\xA9_|_web://\xE9\";\r\n"),
+            std::string::npos);
+}
+
+TEST_F(frmMainTest, TheMenuStartsLockedAndFollowsThePages) {
+  start();
+  for (const char* name : kLocked) EXPECT_FALSE(entry(name).isEnabled()) << name;
+  give("lzck_|_false_|_1");
+  ASSERT_TRUE(waitUntil([this] { return entry("MenuSynchro").isEnabled(); }));
+  for (const char* name : kLocked) EXPECT_TRUE(entry(name).isEnabled()) << name;
+  give("lzck_|_FALSE_|_2");
+  ASSERT_TRUE(waitUntil([this] { return !entry("MenuSynchro").isEnabled(); }));
+  for (const char* name : kLocked) EXPECT_FALSE(entry(name).isEnabled()) << name;
+}
+
+TEST_F(frmMainTest, IniStoresThePageKeyAndUnlocks) {
+  start();
+  give("ini_|_cl\xC3\xA9_|_1");
+  ASSERT_TRUE(waitUntil([this] { return entry("MenuWin").isEnabled(); }));
+  EXPECT_EQ(folder.read("nav/res_css/js/rwCookies.js"), "var ps=\"cl\xE9\";\r\nreste\r\n");
+}
+
+TEST_F(frmMainTest, TheSettingsEntryWaitsForItsWindow) {
+  start();
+  EXPECT_FALSE(entry("MenuParam").isEnabled());
+}
+
+TEST_F(frmMainTest, CommandsAreCarriedOutWhileABoxIsOpen) {
+  start();
+  std::filesystem::remove(folder.path("nav/res_css/js/rwCookies.js"));
+  questions.answers = {Answer::No};
+  questions.whileOpen = [this] { return comes("start notepad /derriere"); };
+  QTimer::singleShot(0, [this] { entry("MenuQuit").trigger(); });
+  ASSERT_TRUE(comes("ask Tavrollo"));
+  give("notepad_|_/derriere_|_");
+  EXPECT_TRUE(comes("start notepad /derriere"));
+}
+
+TEST_F(frmMainTest, QuitAsksAndOnlyNoKeepsTheProgram) {
+  start();
+  questions.answers = {Answer::No};
+  entry("MenuQuit").trigger();
+  EXPECT_EQ(questions.boxes.back(), quitBox());
+  EXPECT_TRUE(watching());
+}
+
+TEST_F(frmMainTest, TheDebugMonitorOpensOnceAndShowsTheTraceOfTheWholeRun) {
+  start();
+  give("notepad_|_/a_|_");
+  ASSERT_TRUE(comes("start notepad /a"));
+  entry("menuDebug").trigger();
+  entry("menuDebug").trigger();
+  int monitors = 0;
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->objectName() != QStringLiteral("frmDebug")) continue;
+    ++monitors;
+    EXPECT_TRUE(window->isVisible());
+  }
+  EXPECT_EQ(monitors, 1);
+}
+
+TEST_F(frmMainTest, AboutShowsTheSplash) {
+  start();
+  const auto splash = []() -> QWidget* {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+      if (window->objectName() == QStringLiteral("frmSplash") && window->isVisible()) return window;
+    }
+    return nullptr;
+  };
+  ASSERT_TRUE(waitUntil([&] { return !splash(); }, 10000));
+  entry("MenuAbout").trigger();
+  EXPECT_TRUE(waitUntil([&] { return splash() != nullptr; }));
+}
+
+TEST_F(frmMainTest, TheMenuOpensThePages) {
+  start();
+  entry("menuWebUser").trigger();
+  entry("menuAide").trigger();
+  EXPECT_EQ(journal, Journal({"execute " + folder.path("nav/eleve.html"),
+                              "execute " + folder.path("nav/aide.html")}));
+}
+
+TEST_F(frmMainTest, AnEntryUnlockedAheadOfItsCommandOnlyLeavesALine) {
+  start();
+  give("lzck_|_false_|_1");
+  ASSERT_TRUE(waitUntil([this] { return entry("MenuSynchro").isEnabled(); }));
+  entry("MenuSynchro").trigger();
+  EXPECT_TRUE(traced(u"commande absente de cette version : MenuSynchro"));
+}
+
+TEST_F(frmMainTest, AFailureInAHandlerBecomesABox) {
+  start();
+  questions.answers = {Answer::Ok};
+  shell.throws = "panne";
+  entry("menuAide").trigger();
+  EXPECT_EQ(questions.boxes.back(), errorBox(u"menuAide_Click", u"panne"));
+}

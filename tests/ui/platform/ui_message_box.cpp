@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <QAbstractButton>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QStringList>
+#include <QTimer>
+#include <functional>
+
+#include "platform/qt/MessageBoxQuestions.h"
+#include "ui/UiMain.h"
+
+namespace {
+
+// Shows `box` and, once its window has the focus, does `act` to it.
+Answer answerTo(const Box& box, const std::function<void(QMessageBox&)>& act) {
+  QTimer look;
+  QObject::connect(&look, &QTimer::timeout, [&] {
+    auto* window = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (!window || !window->isActiveWindow()) return;
+    look.stop();
+    act(*window);
+  });
+  look.start(10);
+  return MessageBoxQuestions().ask(box);
+}
+
+Answer press(const Box& box, const QString& caption) {
+  return answerTo(box, [&](QMessageBox& window) {
+    for (QAbstractButton* button : window.buttons()) {
+      if (button->text() == caption) return button->click();
+    }
+    ADD_FAILURE() << "no button " << caption.toStdString();
+    window.done(0);
+  });
+}
+
+QStringList captions(const QMessageBox& window) {
+  QStringList texts;
+  for (const QAbstractButton* button : window.buttons()) texts.append(button->text());
+  texts.sort();
+  return texts;
+}
+
+void closeAnyway(QMessageBox& window) { window.done(QMessageBox::NoButton); }
+
+}  // namespace
+
+TEST(MessageBox, ShowsTitleTextAndIconWithEveryKindOfLineBreak) {
+  const Box box{.title = u"Tavrollo : essai", .text = u"un\r\ndeux\rtrois\nquatre é",
+                .icon = BoxIcon::Critical};
+  answerTo(box, [](QMessageBox& window) {
+    EXPECT_EQ(window.windowTitle(), QStringLiteral("Tavrollo : essai"));
+    EXPECT_EQ(window.text(), QStringLiteral("un\ndeux\ntrois\nquatre é"));
+    EXPECT_EQ(window.textFormat(), Qt::PlainText);
+    EXPECT_EQ(window.icon(), QMessageBox::Critical);
+    closeAnyway(window);
+  });
+}
+
+TEST(MessageBox, EveryIconHasItsPicture) {
+  struct Row {
+    BoxIcon icon;
+    QMessageBox::Icon shown;
+  };
+  const Row rows[] = {{BoxIcon::None, QMessageBox::NoIcon},
+                      {BoxIcon::Critical, QMessageBox::Critical},
+                      {BoxIcon::Question, QMessageBox::Question},
+                      {BoxIcon::Exclamation, QMessageBox::Warning},
+                      {BoxIcon::Information, QMessageBox::Information}};
+  for (const Row& row : rows) {
+    answerTo({.title = u"t", .text = u"x", .icon = row.icon}, [&](QMessageBox& window) {
+      EXPECT_EQ(window.icon(), row.shown);
+      closeAnyway(window);
+    });
+  }
+}
+
+TEST(MessageBox, EveryButtonGivesItsAnswer) {
+  struct Row {
+    BoxButtons buttons;
+    QString caption;
+    Answer answer;
+  };
+  const Row rows[] = {{BoxButtons::Ok, QStringLiteral("OK"), Answer::Ok},
+                      {BoxButtons::OkCancel, QStringLiteral("OK"), Answer::Ok},
+                      {BoxButtons::OkCancel, QStringLiteral("Annuler"), Answer::Cancel},
+                      {BoxButtons::YesNo, QStringLiteral("Oui"), Answer::Yes},
+                      {BoxButtons::YesNo, QStringLiteral("Non"), Answer::No},
+                      {BoxButtons::YesNoCancel, QStringLiteral("Oui"), Answer::Yes},
+                      {BoxButtons::YesNoCancel, QStringLiteral("Non"), Answer::No},
+                      {BoxButtons::YesNoCancel, QStringLiteral("Annuler"), Answer::Cancel}};
+  for (const Row& row : rows) {
+    EXPECT_EQ(press({.title = u"t", .text = u"x", .buttons = row.buttons}, row.caption), row.answer)
+        << row.caption.toStdString();
+  }
+}
+
+TEST(MessageBox, HasTheButtonsAskedForAndNoOther) {
+  answerTo({.title = u"t", .text = u"x", .buttons = BoxButtons::YesNoCancel},
+           [](QMessageBox& window) {
+             EXPECT_EQ(captions(window), QStringList({QStringLiteral("Annuler"),
+                                                      QStringLiteral("Non"), QStringLiteral("Oui")}));
+             closeAnyway(window);
+           });
+}
+
+TEST(MessageBox, EnterPressesTheDefaultButton) {
+  const Box box{.title = u"t", .text = u"x", .buttons = BoxButtons::YesNo,
+                .defaultAnswer = Answer::No};
+  EXPECT_EQ(answerTo(box, [](QMessageBox& window) { QTest::keyClick(&window, Qt::Key_Return); }),
+            Answer::No);
+}
+
+TEST(MessageBox, EscapeIsCancelWhereThereIsOne) {
+  const auto escape = [](QMessageBox& window) { QTest::keyClick(&window, Qt::Key_Escape); };
+  EXPECT_EQ(answerTo({.title = u"t", .text = u"x", .buttons = BoxButtons::YesNoCancel}, escape),
+            Answer::Cancel);
+  EXPECT_EQ(answerTo({.title = u"t", .text = u"x", .buttons = BoxButtons::OkCancel}, escape),
+            Answer::Cancel);
+  EXPECT_EQ(answerTo({.title = u"t", .text = u"x"}, escape), Answer::Ok);
+}
+
+TEST(MessageBox, AYesNoBoxIsLeftByItsButtonsAlone) {
+  const Box box{.title = u"t", .text = u"x", .buttons = BoxButtons::YesNo,
+                .defaultAnswer = Answer::Yes};
+  const Answer answer = answerTo(box, [](QMessageBox& window) {
+    QTest::keyClick(&window, Qt::Key_Escape);
+    EXPECT_TRUE(window.isVisible());
+    window.close();
+    EXPECT_TRUE(window.isVisible());
+    window.button(QMessageBox::Yes)->click();
+  });
+  EXPECT_EQ(answer, Answer::Yes);
+}
