@@ -25,7 +25,8 @@ Settings someSettings() {
           .backupPath = u"E:\\sauvegarde"};
 }
 
-// Windows-1252, as it stands in the file: \xE9 é, \xE8 è.
+// Windows-1252, as it stands in the file, line for line: \xE9 é, \xE8 è.
+// clang-format off
 const std::string kSomeBytes =
     ";Tavrollo - Fichier de Configuration du programme ex\xE9" "cutable Tavrollo.exe\r\n"
     ";ATTENTION : Ne modifiez ce fichier que si vous savez ce que vous faites !\r\n"
@@ -50,6 +51,7 @@ const std::string kSomeBytes =
     ";\r\n"
     ";\r\n"
     ";Hugo Pelleriac - novembre 2016\r\n";
+// clang-format on
 
 bool read(const std::string& bytes, Settings& settings, const LocaleData& locale = kFrench) {
   return readConfig(bytes, locale, settings, nullptr);

@@ -68,7 +68,7 @@ TEST(EncodeDecodeUtf8, AZeroEndsTheConversion) {
 
 TEST(EncodeDecodeUtf8, IllFormedBytesBecomeReplacementCharacters) {
   EXPECT_EQ(decode(u"é"), u"\uFFFD");
-  EXPECT_EQ(decode(u"a" u"\u00E2\u201A"), u"a\uFFFD");
+  EXPECT_EQ(decode(u"a\u00E2\u201A"), u"a\uFFFD");
 }
 
 TEST(EncodeDecodeUtf8, TheAnsiCodePageHasThreeNames) {

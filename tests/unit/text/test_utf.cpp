@@ -56,7 +56,7 @@ const Pair kIllFormed[] = {
 
 std::string randomBytes(std::mt19937& random) {
   // Mostly bytes that begin or go on with a sequence: they meet the borders.
-  const std::string likely = "\xC3\xA9\xE2\x82\xAC\xED\xA0\x80\xF0\x9F\x98\x80\xF4\x8F\xBF\xFF\xC0" "a";
+  const std::string likely = "\xC3\xA9\xE2\x82\xAC\xED\xA0\x80\xF0\x9F\x98\x80\xF4\x8F\xBF\xFF\xC0z";
   std::string bytes(random() % 24, '\0');
   for (char& byte : bytes) {
     byte = random() % 4 == 0 ? static_cast<char>(random()) : likely[random() % likely.size()];
@@ -84,16 +84,16 @@ TEST(Utf, EachMaximalIllFormedPartBecomesOneReplacementCharacter) {
 }
 
 TEST(Utf, ASurrogateWithoutItsPartnerIsWrittenAsTheReplacementCharacter) {
-  EXPECT_EQ(toUtf8(Text{u'a', 0xD83D, u'b'}), "a\xEF\xBF\xBD" "b");
+  EXPECT_EQ(toUtf8(Text{u'a', 0xD83D, u'z'}), "a\xEF\xBF\xBDz");
   EXPECT_EQ(toUtf8(Text{0xD83D}), "\xEF\xBF\xBD");
   EXPECT_EQ(toUtf8(Text{0xDE00, 0xD83D}), "\xEF\xBF\xBD\xEF\xBF\xBD");
   EXPECT_EQ(toUtf8Lossless(Text{0xD83D}), "\xEF\xBF\xBD");
 }
 
 TEST(Utf, TheLosslessPairCarriesEachStrayByteInALoneSurrogate) {
-  EXPECT_EQ(fromUtf8Lossless("a\xFF" "b"), (Text{u'a', 0xDCFF, u'b'}));
+  EXPECT_EQ(fromUtf8Lossless("a\xFFz"), (Text{u'a', 0xDCFF, u'z'}));
   EXPECT_EQ(fromUtf8Lossless("\xE2\x82"), (Text{0xDCE2, 0xDC82}));
-  EXPECT_EQ(toUtf8Lossless(Text{u'a', 0xDCFF, u'b'}), "a\xFF" "b");
+  EXPECT_EQ(toUtf8Lossless(Text{u'a', 0xDCFF, u'z'}), "a\xFFz");
 }
 
 TEST(Utf, AnyBytesSurviveTheLosslessRoundTrip) {
