@@ -6,10 +6,10 @@
 namespace {
 
 constexpr std::size_t kBlock = 128;
-constexpr std::size_t kRare = 12;  // the name's "x": rarer than its other letters, and far from its "T"
+constexpr std::size_t kRare = 12;  // the name's "x": rarer than its other letters
 
 // True when the name may begin at one of the first kBlock bytes. A loop of fixed length without a
-// branch: compilers turn it into a few wide instructions, where a search for one letter stops at each.
+// branch becomes a few wide instructions, where a search for one letter stops at each.
 bool mayBeginIn(const char* bytes) {
   std::uint8_t hits = 0;
   for (std::size_t i = 0; i < kBlock; ++i) {
