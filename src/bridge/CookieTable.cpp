@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "bridge/SchemaSql.h"
-#include "bridge/SqlitePage.h"
 
 namespace {
 
@@ -103,22 +102,27 @@ std::optional<CookieTable::Schema> CookieTable::readSchema() const {
   return std::nullopt;
 }
 
+const std::optional<SqlitePage>& CookieTable::page(std::uint32_t number) {
+  if (number != pageNumber_) page_ = SqlitePage::read(image_, number);
+  pageNumber_ = number;
+  return page_;
+}
+
 std::optional<CookieRow> CookieTable::rowNamedAt(std::uint64_t nameOffset, std::string_view name,
                                                  std::uint64_t valueNeeded) {
   const std::optional<std::uint32_t> usable = usablePageSize(image_);
   if (!usable || !schema()) return std::nullopt;
   const std::uint64_t number = nameOffset / image_.pageSize() + 1;
   if (number > UINT32_MAX) return std::nullopt;
-  const std::optional<SqlitePage> page =
-      SqlitePage::read(image_, static_cast<std::uint32_t>(number));
-  if (!page || !page->isLeaf()) return std::nullopt;
+  const std::optional<SqlitePage>& leaf = page(static_cast<std::uint32_t>(number));
+  if (!leaf || !leaf->isLeaf()) return std::nullopt;
 
   const std::uint64_t inPage = nameOffset % image_.pageSize();
-  for (std::size_t i = 0; i < page->cellCount(); ++i) {
-    const std::optional<SqlitePage::Cell> cell = page->cell(i, *usable);
+  for (std::size_t i = 0; i < leaf->cellCount(); ++i) {
+    const std::optional<SqlitePage::Cell> cell = leaf->cell(i, *usable);
     if (!cell || !contains(cell->payloadAt, cell->localSize, inPage)) continue;
 
-    const std::optional<Record> record = readRecord(image_, *page, *cell, *usable);
+    const std::optional<Record> record = readRecord(image_, *leaf, *cell, *usable);
     if (!record) continue;
     const std::vector<Column>& columns = record->columns;
     const std::size_t last = std::max({schema_->nameColumn, schema_->valueColumn, schema_->hostColumn});
@@ -130,7 +134,7 @@ std::optional<CookieRow> CookieTable::rowNamedAt(std::uint64_t nameOffset, std::
     }
     if (columns[schema_->hostColumn].kind != Column::Kind::String) continue;
     if (value.offset + std::min(value.length, valueNeeded) > cell->localSize) continue;
-    if (!leadsTo(image_, schema_->rootPage, cell->rowId, page->number())) continue;
+    if (!leadsTo(image_, schema_->rootPage, cell->rowId, leaf->number())) continue;
 
     const std::uint64_t pageStart = nameOffset - inPage;
     return CookieRow{std::string(record->text(schema_->hostColumn)),

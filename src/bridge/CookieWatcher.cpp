@@ -74,10 +74,10 @@ void CookieWatcher::look() {
   const Text value = reader_.Extract(settings_.cookiesPath);
   if (value.empty()) {
     trace_.log(u"CookieValue est nul");
-    lastStoreTime_ = kLookAgain;
+    lastStoreTime_ = Text(kLookAgain);
     return;
   }
-  if (!reader_.sawSettledStore()) lastStoreTime_ = kLookAgain;
+  if (!reader_.sawSettledStore()) lastStoreTime_ = Text(kLookAgain);
   if (value != lastCommandCookie_) handle(value);
 }
 

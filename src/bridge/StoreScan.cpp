@@ -58,7 +58,7 @@ class Scan {
   }
 
   bool searchPiece(std::string_view piece, std::int64_t pieceStart) {
-    for (std::size_t hit = 0; (hit = piece.find(kCookieName, hit)) != std::string_view::npos; ++hit) {
+    for (std::size_t hit = 0; (hit = findCookieName(piece, hit)) != std::string_view::npos; ++hit) {
       if (tryHit(pieceStart + static_cast<std::int64_t>(hit))) return true;
     }
     return false;
