@@ -69,17 +69,17 @@ def start_cost(stage, program, runs=20):
     """What the recording program itself takes from its start to its note, in seconds (median)."""
     costs = []
     for _ in range(runs):
-        already = len(stage.recorder.starts())
+        already = len(stage.recorder.starts("programme"))
         begin = time.monotonic()
         subprocess.run([program, "mesure"], check=True, stdin=subprocess.DEVNULL)
-        costs.append(stage.recorder.starts()[already]["at"] - begin)
+        costs.append(stage.recorder.starts("programme")[already]["at"] - begin)
     return statistics.median(costs)
 
 
 def measure(build, interval, count, others):
     """Gives the times of `count` commands in seconds, and the recording program's own share."""
     with Stage(build, interval=interval, notifications=0) as stage:
-        stage.desktop.register("firefox-absent", "true %u", "text/html", "x-scheme-handler/http")
+        stage.replace_browser()
         path = os.path.join(stage.desktop.home, "cookies.sqlite")
         store = Store(path, others)
         stage.companion.configure(path, interval, notifications=0)
@@ -94,10 +94,10 @@ def measure(build, interval, count, others):
         for number in range(count):
             time.sleep(0.05 + chance.random() * interval / 1000)
             written.append(store.give(["runapp", program, str(number), f"n{number}"]))
-            stage.recorder.wait_for_starts(number + 1)
+            stage.recorder.wait_for_starts(number + 1, "programme")
         store.close()
         stage.companion.stop()
-        starts = stage.recorder.starts()
+        starts = stage.recorder.starts("programme")
     words = [note["arguments"] for note in starts]
     if words != [[str(number)] for number in range(count)]:
         raise SystemExit(f"not every command ran once and in order: {words}")

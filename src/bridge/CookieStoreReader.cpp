@@ -12,6 +12,7 @@
 namespace {
 
 constexpr int kMostAttempts = 3;
+constexpr std::int64_t kLongestReading = 60'000'000'000;  // nanoseconds
 constexpr std::size_t kMostRefusedHosts = 1000;  // a stranger's pages must not fill the memory
 
 std::int64_t latestWrite(const StoreStamp& stamp) {
@@ -19,16 +20,18 @@ std::int64_t latestWrite(const StoreStamp& stamp) {
   return stamp.log ? std::max(store, stamp.log->modified) : store;
 }
 
-// A time in the future comes from a clock that was set back: it says nothing about now.
+// `now` is when the reading began: what was written while it went on seems to come from the future.
+// A time further ahead comes from a clock that was set back, and says nothing about now.
 bool isSettled(const StoreStamp& stamp, std::int64_t now) {
   const std::int64_t age = now - latestWrite(stamp);
-  return age < 0 || age >= CookieStoreReader::kYoung;
+  return age < -kLongestReading || age >= CookieStoreReader::kYoung;
 }
 
 bool lostCommits(const StoreImage& image, const std::optional<StoreReading>& earlier) {
   if (!earlier || !earlier->stamp.store || !image.stamp().store) return false;
-  const bool sameFile = earlier->stamp.store->inode == image.stamp().store->inode;
-  return sameFile && image.log().wentBackSince(earlier->log);
+  if (earlier->stamp.store->inode != image.stamp().store->inode) return false;
+  const bool lostItsHeader = !image.isSqlite() && earlier->log.pageCount() != 0;
+  return lostItsHeader || image.log().wentBackSince(earlier->log);
 }
 
 Failure damagedLog() { return {57, u"Journal des cookies endommagé"}; }
@@ -65,6 +68,12 @@ std::optional<StoreReading> readStore(const Text& storePath, std::int32_t offset
 std::int64_t systemClock() {
   const auto now = std::chrono::system_clock::now().time_since_epoch();
   return std::chrono::duration_cast<std::chrono::nanoseconds>(now).count();
+}
+
+// A row that was refused may be allowed now: what the last reading told does not hold any longer.
+void CookieStoreReader::setAllowedHosts(AllowedHosts hosts) {
+  hosts_ = std::move(hosts);
+  settled_ = false;
 }
 
 Text CookieStoreReader::Extract(const Text& storePath) {

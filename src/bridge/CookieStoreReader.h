@@ -18,8 +18,8 @@ struct StoreReading {
 };
 
 // Opens the store and scans it, again when the browser wrote meanwhile: at most three times, then
-// nothing. `earlier` is the last good reading, if any: when the log of the same store has lost
-// commits since, older commands would come to light, so that is a failure.
+// nothing. `earlier` is the last good reading, if any: when the same store has lost its header or its
+// log commits since, older commands would come to light, so that is a failure.
 std::optional<StoreReading> readStore(const Text& storePath, std::int32_t offset,
                                       const AllowedHosts& hosts,
                                       const std::optional<StoreReading>& earlier,
@@ -39,7 +39,7 @@ class CookieStoreReader {
   CookieStoreReader(TraceBuffer& trace, std::function<void()> yield, Clock clock = systemClock)
       : trace_(trace), yield_(std::move(yield)), clock_(std::move(clock)) {}
 
-  void setAllowedHosts(AllowedHosts hosts) { hosts_ = std::move(hosts); }
+  void setAllowedHosts(AllowedHosts hosts);
 
   // The 1-based position where the name was last found; 0 before the first search.
   std::int32_t cookieOffset() const { return cookieOffset_; }

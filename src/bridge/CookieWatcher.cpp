@@ -114,9 +114,10 @@ void CookieWatcher::prepare(std::vector<Text>& fields) const {
   if (fields.size() < 2) return;
 
   Text& argument = fields[1];
-  const bool inUserData = argument.starts_with(kUserDataPrefix);
-  if (inUserData) argument.erase(0, kUpToRoot);
+  if (argument.starts_with(kUserDataPrefix)) {
+    // The root is real text: as byte text its accents survive the decoding that is still to come.
+    const Text root = webApplicationRoot(settings_.shortcutPath);
+    argument.replace(0, kUpToRoot, EncodeDecodeUtf8::encode(root));
+  }
   if (fields[0] != u"createlink") argument = EncodeDecodeUtf8::decode(argument);
-  // The root is real text already: decoding it with the argument would garble its accents.
-  if (inUserData) argument.insert(0, webApplicationRoot(settings_.shortcutPath));
 }

@@ -79,13 +79,14 @@ Failure WriteAheadLog::indexFrames(const SharedFile& file, std::uint32_t pageSiz
     if (frame.size() < frameSize || frame.compare(8, 8, salts_) != 0) return {};
     checksum.add(std::string_view(frame).substr(0, 8));
     checksum.add(std::string_view(frame).substr(kFrameHeaderSize));
-    if (!checksum.equals(frame, 16)) return {};
+    const std::uint32_t page = bigEndian32(frame, 0);
+    if (page == 0 || !checksum.equals(frame, 16)) return {};
 
-    uncommitted.emplace_back(bigEndian32(frame, 0), at + kFrameHeaderSize);
+    uncommitted.emplace_back(page, at + kFrameHeaderSize);
     const std::uint32_t pagesAfterCommit = bigEndian32(frame, 4);
     if (pagesAfterCommit == 0) continue;
     pageCount_ = pagesAfterCommit;
-    for (const auto& [page, offset] : uncommitted) offsets_[page] = offset;
+    for (const auto& [number, offset] : uncommitted) offsets_[number] = offset;
     uncommitted.clear();
     nextFrameOffset_ = at + frameSize;
   }

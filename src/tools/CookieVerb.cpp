@@ -22,7 +22,7 @@ constexpr std::string_view kUsage =
 struct Request {
   std::string store;
   std::int32_t offset = 0;
-  std::string hostsFile;
+  std::optional<std::string> hostsFile;
 };
 
 std::optional<std::int32_t> parseOffset(std::string_view text) {
@@ -71,10 +71,10 @@ int cookieVerb(const std::vector<std::string>& arguments, std::ostream& out, std
     return kFailed;
   }
   AllowedHosts hosts;
-  if (!request->hostsFile.empty()) {
+  if (request->hostsFile) {
     std::string list;
     int status = kDone;
-    if (!readArgumentFile({request->hostsFile}, kUsage, out, err, list, status)) return status;
+    if (!readArgumentFile({*request->hostsFile}, kUsage, out, err, list, status)) return status;
     hosts = AllowedHosts(list);
   }
 

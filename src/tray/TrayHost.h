@@ -18,8 +18,8 @@ class TrayHost : public QObject {
   // Looks at once (onTray may be called before this returns) and goes on looking.
   void start();
 
- public Q_SLOTS:
-  void look();
+  // Looks now.
+  Q_SLOT void look();
 
  private:
   void listenToTheBus();

@@ -9,6 +9,9 @@ import time
 
 from desktop import wait_for
 
+# Seconds from the start page to the first look at the store, with some to spare.
+_PRIMED_AFTER = 3.0 + 1.0
+
 _CONFIGURATION = """\
 ;Tavrollo - Fichier de Configuration du programme exécutable Tavrollo.exe
 ;ATTENTION : Ne modifiez ce fichier que si vous savez ce que vous faites !
@@ -150,6 +153,11 @@ class Companion:
                      f"{count} × {text!r} in the trace", timeout)
         except TimeoutError as error:
             raise TimeoutError(f"{error}; its end:\n{self.trace()[-2000:]}") from None
+
+    def let_it_prime(self):
+        """Lets the time pass that the program takes, once the start page was opened, to look at
+        what stands in the store already. Nothing shows that it has looked."""
+        time.sleep(_PRIMED_AFTER + 2 * self._interval / 1000)
 
     def wait_for_quiet_looks(self, looks=3):
         """Lets this many looks at the store pass. They leave no line when nothing is new."""

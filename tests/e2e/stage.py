@@ -60,6 +60,20 @@ class Stage:
         self.desktop.set_default(browser + ".desktop", "text/html", "x-scheme-handler/http",
                                  "x-scheme-handler/https")
 
+    def replace_browser(self):
+        """Makes a program that only notes its starts the browser: for tests that show no page."""
+        path = self.recorder.make_program(os.path.join(self.desktop.programs, "firefox-absent"),
+                                          "navigateur")
+        self.desktop.register("firefox-absent", f"{path} %u", "text/html",
+                              "x-scheme-handler/http", "x-scheme-handler/https")
+
+    def start_companion_alone(self):
+        """Starts Tavrollo without a browser and lets it look at its store for the first time."""
+        already = len(self.recorder.starts("navigateur"))
+        self.companion.start()
+        self.recorder.wait_for_starts(already + 1, "navigateur")
+        self.companion.let_it_prime()
+
     def program(self, name):
         """Makes a program that notes its starts; gives its path."""
         path = os.path.join(self.desktop.home, name)

@@ -7,10 +7,6 @@ import unittest
 
 from stage import Stage, build_folder, main
 
-# Behind the start page the program looks once, three seconds later, at what stands in the store.
-# Nothing shows that it has looked, so a test can only let that time pass.
-_PRIMED_AFTER = 3.0 + 2 * 0.6 + 1.0
-
 
 class Restarts(unittest.TestCase):
     def setUp(self):
@@ -38,11 +34,11 @@ class Restarts(unittest.TestCase):
             stage.firefox.restart()
             stage.open_plain_page()
             self.assert_nothing_more_ran()
-            self.run_program(f"après {number}")
+            self.run_program(f"ensuite {number}")
         # The same words again, in a store that was emptied in between: a command all the same.
         stage.firefox.restart()
         stage.open_plain_page()
-        self.run_program("après 2")
+        self.run_program("ensuite 2")
 
     def test_a_leftover_command_is_not_run_at_start(self):
         stage = self.stage
@@ -69,7 +65,7 @@ class Restarts(unittest.TestCase):
         self.stage.companion.start()
         self.stage.firefox.page.wait_for_tab("start.html")
         self.stage.open_plain_page()
-        time.sleep(_PRIMED_AFTER)
+        self.stage.companion.let_it_prime()
 
     def wait_for_store(self, word):
         """Waits until the browser has written a value with this word to its disk."""

@@ -26,9 +26,7 @@ class StoreFaults(unittest.TestCase):
         os.makedirs(os.path.dirname(self.store))
         os.makedirs(self.copies)
         self.expected = []
-        # Nobody needs to see the start page here.
-        self.stage.desktop.register("firefox-absent", "true %u", "text/html",
-                                    "x-scheme-handler/http", "x-scheme-handler/https")
+        self.stage.replace_browser()
 
     # Good stores, each made by a real Firefox and holding a command of its own.
 
@@ -89,11 +87,11 @@ class StoreFaults(unittest.TestCase):
     def expect_command(self, number):
         """The command of that store runs, once."""
         self.expected.append(f"mot{number}")
-        self.stage.recorder.wait_for_starts(len(self.expected))
+        self.stage.recorder.wait_for_starts(len(self.expected), "programme")
         self.assertEqual(self.words(), self.expected)
 
     def words(self):
-        return [note["arguments"][0] for note in self.stage.recorder.starts()]
+        return [note["arguments"][0] for note in self.stage.recorder.starts("programme")]
 
     def expect_trace(self, text, fault, already):
         """A further line of this text comes; the program lives, and nothing runs."""
@@ -173,7 +171,7 @@ class StoreFaults(unittest.TestCase):
         self.make_stores(len(faults) + 1)
         self.put(0)
         self.stage.companion.configure(self.store)
-        self.stage.companion.start()
+        self.stage.start_companion_alone()
 
         # Store 0 holds the leftover of the start; from store 1 on each command is new.
         for number, fault in enumerate(faults, 1):
@@ -190,7 +188,7 @@ class StoreFaults(unittest.TestCase):
         self.make_stores(3)
         self.put(0)
         self.stage.companion.configure(self.store)
-        self.stage.companion.start()
+        self.stage.start_companion_alone()
         # Primed with store 0; store 1 is the first command.
         trace = self.stage.companion.trace
         self.write(b"", "-wal")

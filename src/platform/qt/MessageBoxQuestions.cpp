@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/qt/MessageBoxQuestions.h"
 
+#include <QGridLayout>
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
+#include <QStyle>
+#include <algorithm>
 #include <vector>
 
 #include "platform/qt/QtText.h"
@@ -66,6 +70,16 @@ ButtonKind kindOf(Answer answer) {
   return {};
 }
 
+// Widens the window so that the text's own lines are not broken again, as far as the screen allows.
+void keepLines(QMessageBox& window) {
+  auto* grid = qobject_cast<QGridLayout*>(window.layout());
+  if (!grid) return;
+  const int lines = window.fontMetrics().size(0, window.text()).width();
+  const int picture = 2 * window.style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, &window);
+  const int width = std::min(lines + picture, window.screen()->availableSize().width() * 3 / 4);
+  grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
+}
+
 }  // namespace
 
 Answer MessageBoxQuestions::ask(const Box& box) {
@@ -79,9 +93,13 @@ Answer MessageBoxQuestions::ask(const Box& box) {
 
   for (const Answer answer : answersOf(box.buttons)) {
     const ButtonKind kind = kindOf(answer);
-    window.addButton(kind.button)->setText(kind.caption);
+    QPushButton* button = window.addButton(kind.button);
+    button->setText(kind.caption);
+    button->setIcon({});
   }
   window.setDefaultButton(kindOf(box.defaultAnswer).button);
+
+  keepLines(window);
 
   const int pressed = window.exec();
   for (const Answer answer : answersOf(box.buttons)) {

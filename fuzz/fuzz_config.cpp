@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// config.cfg: any bytes are read without harm, and settings that were read can be written so that they
+// are read again.
+#include <cstddef>
+
+#include "Demand.h"
+#include "config/ConfigFile.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+  Settings settings;
+  int calls = 0;
+  const bool read = readConfig(bytes, frenchLocale(), settings, [&calls] { ++calls; });
+  demand(calls <= 1, "the shortcut table's path is told once");
+  if (!read) return 0;
+  demand(calls == 1, "the shortcut table's path is told when all was read");
+
+  Settings again;
+  const bool readAgain =
+      readConfig(configBytes(settings, frenchLocale()), frenchLocale(), again, [] {});
+  demand(readAgain, "what was read can be written and read");
+  demand(again.notifications == settings.notifications && again.browser == settings.browser &&
+             again.pollInterval == settings.pollInterval,
+         "numbers stay the same");
+  return 0;
+}
