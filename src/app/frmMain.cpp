@@ -50,11 +50,15 @@ frmMain::frmMain(Companion& companion, Shell& shell, Questions& questions, Defau
       shell_(shell),
       questions_(questions),
       MenuIcon_(availableCommands(), [this](TextView name) { menuChosen(name); }),
-      trayHost_(trayManagerStands, [this] { trayAppeared(); }, [this] { noTray(); }),
+      trayHost_(
+          trayManagerStands, [this] { trayAppeared(); }, [this] { noTray(); }),
       infos_(desktopNoticeFor(QGuiApplication::platformName())),
-      splash_([this] { return SplashContents{kVersion, programModified(), companion_.locale,
-                                             companion_.settings.scaleX, companion_.settings.scaleY}; },
-              secondsSinceMidnight),
+      splash_(
+          [this] {
+            return SplashContents{kVersion, programModified(), companion_.locale,
+                                  companion_.settings.scaleX, companion_.settings.scaleY};
+          },
+          secondsSinceMidnight),
       reader_(companion.trace, [this] { pumpEvents(); }),
       actions_(actionSurroundings()),
       watcher_(companion.settings, reader_, actions_, companion.trace, *this),
@@ -135,7 +139,8 @@ void frmMain::openPage(TextView name) {
 void frmMain::addTrayIcon() { trayHost_.start(); }
 
 void frmMain::trayAppeared() {
-  trayIcon_ = std::make_unique<TrayIcon>(MenuIcon_, tipText(kVersionMajor, kVersionMinor, kVersionRevision));
+  trayIcon_ = std::make_unique<TrayIcon>(MenuIcon_,
+                                         tipText(kVersionMajor, kVersionMinor, kVersionRevision));
   trayIcon_->ApplicIcone(0);
   menuWindow_.reset();
 }
@@ -210,9 +215,8 @@ void frmMain::valueHandled(const Text& lastField) {
 CommandActions::Surroundings frmMain::actionSurroundings() {
   return {.shell = shell_,
           .shortcuts = companion_.shortcuts,
-          .recShortQrCode = [this] {
-            RecShortQrCode(companion_.settings, companion_.shortcuts, questions_);
-          },
+          .recShortQrCode =
+              [this] { RecShortQrCode(companion_.settings, companion_.shortcuts, questions_); },
           .writePageKey = [this](const Text& key) { writeKey(key); },
           .lockMenus = [this](bool lock) { lockMenus(lock); },
           .currentFolder = currentFolder};

@@ -39,15 +39,15 @@ Failure findProgramFolder(const Options& options, Companion& companion) {
 }
 
 Box programFolderBox(const Text& folder, const Failure& failure) {
-  return {.title = u"Tavrollo : dossier du programme",
-          .text = u"Impossible de préparer le dossier\r\n" + folder + u"\r\n\r\n" + failure.description,
-          .icon = BoxIcon::Critical};
+  return {
+      .title = u"Tavrollo : dossier du programme",
+      .text = u"Impossible de préparer le dossier\r\n" + folder + u"\r\n\r\n" + failure.description,
+      .icon = BoxIcon::Critical};
 }
 
 void traceToStandardError(TraceBuffer& trace) {
-  trace.observe([](const Text& message) {
-    std::cerr << toUtf8(withPlainLineBreaks(message)) << std::endl;
-  });
+  trace.observe(
+      [](const Text& message) { std::cerr << toUtf8(withPlainLineBreaks(message)) << std::endl; });
 }
 
 int run(QApplication& application, const Options& options, const TerminationRequests& termination) {

@@ -24,7 +24,8 @@ TEST(Relaunch, QuotesAPathWithBlanksSoThatItStaysOneWord) {
 TEST(Relaunch, KeepsTheEndingOfAnExecutableThatHasOne) {
   const ShellRequest request = relaunchRequest(nativePath(u"C:\\Tavrollo\\Tavrollo.exe"));
   EXPECT_EQ(request.file, nativePath(u"C:\\Tavrollo\\reload.exe"));
-  EXPECT_EQ(request.parameters, u"Tavrollo.exe\t" + parameterWord(nativePath(u"C:\\Tavrollo\\Tavrollo.exe")));
+  EXPECT_EQ(request.parameters,
+            u"Tavrollo.exe\t" + parameterWord(nativePath(u"C:\\Tavrollo\\Tavrollo.exe")));
 }
 
 }  // namespace
