@@ -78,6 +78,7 @@ frmMain::frmMain(Companion& companion, Shell& shell, Questions& questions, Defau
 frmMain::~frmMain() = default;
 
 bool frmMain::Form_Load(bool firstInstance) {
+  isRunningInstance_ = firstInstance;
   bool goesOn = true;  // a start that broke off leaves the program in the tray, with its menu
   guarded(questions_, u"Form_Load",
           [&] { goesOn = startUp_.Form_Load(firstInstance, executablePath()); });
@@ -86,7 +87,7 @@ bool frmMain::Form_Load(bool firstInstance) {
 
 void frmMain::endProgram() {
   if (trayIcon_) trayIcon_->remove();
-  saveOffsetCookie();
+  if (isRunningInstance_) saveOffsetCookie();  // the file is the running instance's
   QCoreApplication::sendPostedEvents();
   // Windows and message boxes may be open, each in an event loop of its own: none is unwound.
   std::_Exit(EXIT_SUCCESS);

@@ -38,6 +38,10 @@ class CookieTable {
   };
   const std::optional<Schema>& schema();
   std::optional<Schema> readSchema() const;
+  static std::optional<Schema> cookieSchema(const SqliteRecord& record);
+  std::optional<CookieRow> cookieRow(const SqliteRecord& record, const SqlitePage::Cell& cell,
+                                     std::uint64_t nameAt, std::string_view name,
+                                     std::uint64_t valueNeeded) const;
   const std::optional<SqlitePage>& page(std::uint32_t number);
 
   const StoreImage& image_;

@@ -56,6 +56,7 @@ void CookieWatcher::noteStoreTime() {
 
 void CookieWatcher::primeLastCommand() {
   lastCommandCookie_ = reader_.Extract(settings_.cookiesPath);
+  primed_ = reader_.readTheStore();
 }
 
 void CookieWatcher::tick() {
@@ -72,6 +73,10 @@ void CookieWatcher::tick() {
 
 void CookieWatcher::look() {
   const Text value = reader_.Extract(settings_.cookiesPath);
+  if (!primed_ && reader_.readTheStore()) {
+    primed_ = true;
+    lastCommandCookie_ = value;
+  }
   if (value.empty()) {
     trace_.log(u"CookieValue est nul");
     lastStoreTime_ = Text(kLookAgain);

@@ -51,8 +51,7 @@ class Scan {
       at += static_cast<std::int64_t>(length);
       const std::size_t filled = kept + length;
       kept = std::min(carry, filled);
-      std::copy_n(buffer_.end() - static_cast<std::ptrdiff_t>(buffer_.size() - filled + kept), kept,
-                  buffer_.begin());
+      buffer_.replace(0, kept, buffer_, filled - kept, kept);
     }
     return false;
   }
