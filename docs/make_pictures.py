@@ -50,7 +50,7 @@ class Pictures:
                 break
             time.sleep(0.1)
         time.sleep(0.5)
-        self.screen(name, "-gravity", "center", "-crop", f"{740 * self.scale}x{260 * self.scale}+0+0")
+        self.screen(name, "-gravity", "center", "-crop", f"{740 * self.scale}x{420 * self.scale}+0+0")
 
     def start_boxes(self):
         """Each box of the start, on an empty screen."""
