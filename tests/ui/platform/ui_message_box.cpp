@@ -120,6 +120,19 @@ TEST(MessageBox, EscapeIsCancelWhereThereIsOne) {
   EXPECT_EQ(answerTo({.title = u"t", .text = u"x"}, escape), Answer::Ok);
 }
 
+TEST(MessageBox, ABoxThatIsClosedFromOutsideAnswersWithItsLastButton) {
+  struct Row {
+    BoxButtons buttons;
+    Answer answer;
+  };
+  for (const Row& row : {Row{BoxButtons::Ok, Answer::Ok}, Row{BoxButtons::OkCancel, Answer::Cancel},
+                         Row{BoxButtons::YesNo, Answer::No},
+                         Row{BoxButtons::YesNoCancel, Answer::Cancel}}) {
+    EXPECT_EQ(answerTo({.title = u"t", .text = u"x", .buttons = row.buttons}, closeAnyway),
+              row.answer);
+  }
+}
+
 TEST(MessageBox, AYesNoBoxIsLeftByItsButtonsAlone) {
   const Box box{.title = u"t", .text = u"x", .buttons = BoxButtons::YesNo,
                 .defaultAnswer = Answer::Yes};
