@@ -5,9 +5,12 @@
 
 std::span<const MenuCommand> menuCommands() {
   static constexpr MenuCommand kCommands[] = {
-      {u"MenuAbout", &frmMain::MenuAbout_Click},       {u"menuDebug", &frmMain::menuDebug_Click},
-      {u"MenuQuit", &frmMain::MenuQuit_Click},         {u"menuAide", &frmMain::menuAide_Click},
-      {u"menuWebUser", &frmMain::menuWebUser_Click},   {u"MenuWebAdmin", &frmMain::MenuWebAdmin_Click},
+      {u"MenuAbout", &frmMain::MenuAbout_Click},
+      {u"menuDebug", &frmMain::menuDebug_Click},
+      {u"MenuQuit", &frmMain::MenuQuit_Click},
+      {u"menuAide", &frmMain::menuAide_Click},
+      {u"menuWebUser", &frmMain::menuWebUser_Click},
+      {u"MenuWebAdmin", &frmMain::MenuWebAdmin_Click},
   };
   return kCommands;
 }

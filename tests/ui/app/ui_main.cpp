@@ -234,8 +234,11 @@ TEST_F(frmMainTest, TheMenuOpensThePages) {
   start();
   entry("menuWebUser").trigger();
   entry("menuAide").trigger();
+  main->lockMenus(false);
+  entry("MenuWebAdmin").trigger();
   EXPECT_EQ(journal, Journal({"execute " + folder.path("nav/eleve.html"),
-                              "execute " + folder.path("nav/aide.html")}));
+                              "execute " + folder.path("nav/aide.html"),
+                              "execute " + folder.path("nav/index.html")}));
 }
 
 TEST_F(frmMainTest, AnEntryUnlockedAheadOfItsCommandOnlyLeavesALine) {

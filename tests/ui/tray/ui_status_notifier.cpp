@@ -117,7 +117,7 @@ TEST(StatusNotifier, IconRegistersAndItsActivationPopsTheMenuUp) {
   desktop.watcher.hosted = true;
   ASSERT_TRUE(desktop.appear());
   TrayMenu menu({}, [](TextView) {});
-  TrayIcon icon(menu, tipText(1, 0, 0));
+  TrayIcon icon(menu, tipText({1, 0, 0}));
   icon.ApplicIcone(0);
   ASSERT_TRUE(waitUntil([&] { return !desktop.watcher.item().isEmpty(); }));
 
@@ -137,7 +137,7 @@ TEST(StatusNotifier, AMenuHandedToTheTrayIsExported) {
   desktop.watcher.hosted = true;
   ASSERT_TRUE(desktop.appear());
   TrayMenu menu({}, [](TextView) {});
-  TrayIcon icon(menu, tipText(1, 0, 0));
+  TrayIcon icon(menu, tipText({1, 0, 0}));
   icon.letTrayShowMenu();
   desktop.watcher.RegisterStatusNotifierItem(QString());
   icon.ApplicIcone(0);

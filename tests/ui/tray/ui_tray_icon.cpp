@@ -41,7 +41,7 @@ class Trayer {
 struct Tray {
   Tray() {
     up = waitUntil(trayManagerStands);
-    icon = std::make_unique<TrayIcon>(menu, tipText(1, 4, 67));
+    icon = std::make_unique<TrayIcon>(menu, tipText({1, 4, 67}));
     system = icon->findChild<QSystemTrayIcon*>(QStringLiteral("trayIcon"));
     timer = icon->findChild<QTimer*>(QStringLiteral("TimerIcon"));
   }

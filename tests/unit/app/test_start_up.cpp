@@ -193,6 +193,39 @@ TEST_F(StartUpTest, AMissingShortcutTableFallsBackToTheDefaultPathWithABox) {
   EXPECT_EQ(scratch.read("config.cfg"), before);
 }
 
+TEST_F(StartUpTest, TheMissingTableIsToldOfBeforeALaterItemFails) {
+  const Text standard = shortcutPath;
+  shortcutPath = scratch.text("nulle/part/shortQrCode.js");
+  writeConfig();
+  const std::string whole = scratch.read("config.cfg");
+  scratch.write("config.cfg", whole.substr(0, whole.find("567\r\n")));
+  questions.answers = {Answer::Ok, Answer::No};
+  EXPECT_FALSE(load());
+  EXPECT_EQ(questions.boxes,
+            (std::vector<Box>{shortcutPathInvalidBox(standard), configUnreadableBox()}));
+}
+
+TEST_F(StartUpTest, ReadingAgainBeginsWithTheDefaultTableAndScales) {
+  load();
+  companion.settings.shortcutPath = u"/ailleurs/shortQrCode.js";
+  companion.settings.scaleX = companion.settings.scaleY = 1;
+  std::filesystem::remove(scratch.path("config.cfg"));
+  questions.answers = {Answer::Yes};
+  EXPECT_TRUE(startUp.InitVar());
+  EXPECT_EQ(companion.settings.shortcutPath, shortcutPath);
+  EXPECT_EQ(companion.settings.scaleX, 567.0);
+  EXPECT_EQ(companion.settings.scaleY, 567.0);
+  EXPECT_EQ(companion.settings.cookiesPath, cookiesPath);
+}
+
+TEST_F(StartUpTest, TheStoreAsItStandsCountsAsSeen) {
+  scratch.write("cookies.sqlite", "xxTavr1CodeToExeshellexe_|_/vieux_|__e-o-v_");
+  load();
+  journal.clear();
+  watcher.tick();
+  EXPECT_EQ(journal, Journal({"pump"}));
+}
+
 TEST_F(StartUpTest, InstallsTheExampleTableOnFirstUse) {
   std::filesystem::remove(scratch.path("nav/res_css/js/shortQrCode.js"));
   scratch.write("shortQrCode_exemple.js", table("000000004", 5));
