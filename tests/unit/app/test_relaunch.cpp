@@ -11,6 +11,7 @@ TEST(Relaunch, NamesTheProgramATabAndItsPath) {
   EXPECT_EQ(request.operation, u"");
   EXPECT_EQ(request.file, nativePath(u"/opt/tavrollo/bin/reload"));
   EXPECT_EQ(request.parameters, u"tavrollo\t" + nativePath(u"/opt/tavrollo/bin/tavrollo"));
+  EXPECT_EQ(request.directory, nativePath(u"/opt/tavrollo/bin/"));
   EXPECT_EQ(request.show, ShowState::Normal);
 }
 
@@ -24,7 +25,8 @@ TEST(Relaunch, QuotesAPathWithBlanksSoThatItStaysOneWord) {
 TEST(Relaunch, KeepsTheEndingOfAnExecutableThatHasOne) {
   const ShellRequest request = relaunchRequest(nativePath(u"C:\\Tavrollo\\Tavrollo.exe"));
   EXPECT_EQ(request.file, nativePath(u"C:\\Tavrollo\\reload.exe"));
-  EXPECT_EQ(request.parameters, u"Tavrollo.exe\t" + parameterWord(nativePath(u"C:\\Tavrollo\\Tavrollo.exe")));
+  EXPECT_EQ(request.parameters,
+            u"Tavrollo.exe\t" + parameterWord(nativePath(u"C:\\Tavrollo\\Tavrollo.exe")));
 }
 
 }  // namespace
