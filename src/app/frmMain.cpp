@@ -136,7 +136,7 @@ void frmMain::openPage(TextView name) {
 void frmMain::addTrayIcon() { trayHost_.start(); }
 
 void frmMain::trayAppeared() {
-  trayIcon_ = std::make_unique<TrayIcon>(MenuIcon_, tipText(kVersion));
+  trayIcon_ = std::make_unique<TrayIcon>(MenuIcon_, tipText(kVersion), this);
   trayIcon_->ApplicIcone(0);
   menuWindow_.reset();
 }

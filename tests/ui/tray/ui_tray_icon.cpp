@@ -12,30 +12,10 @@
 #include "tray/TrayManager.h"
 #include "tray/TrayMenu.h"
 #include "tray/TrayMessages.h"
+#include "ui/Trayer.h"
 #include "ui/UiMain.h"
 
 namespace {
-
-// A real tray of the old kind, for as long as this lives.
-class Trayer {
- public:
-  Trayer() { start(); }
-  ~Trayer() { stop(); }
-
-  void start() {
-    process_.start(QStringLiteral("trayer"),
-                   {QStringLiteral("--edge"), QStringLiteral("bottom"), QStringLiteral("--align"),
-                    QStringLiteral("right"), QStringLiteral("--height"), QStringLiteral("28"),
-                    QStringLiteral("--SetDockType"), QStringLiteral("true")});
-  }
-  void stop() {
-    process_.terminate();
-    process_.waitForFinished();
-  }
-
- private:
-  QProcess process_;
-};
 
 // The tray icon with its menu in a running trayer.
 struct Tray {
