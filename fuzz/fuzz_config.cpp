@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// config.cfg: any bytes are read without harm, and settings that were read can be written so that they
-// are read again.
+// config.cfg: any bytes are read without harm, and numbers that were read can be written and read again.
 #include <cstddef>
 
 #include "Demand.h"
@@ -15,12 +14,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (!read) return 0;
   demand(calls == 1, "the shortcut table's path is told when all was read");
 
+  demand(settings.notifications >= 0 && settings.notifications <= 2, "the notifications are known");
+
+  // Texts are never quoted, so that not each of them survives: the numbers alone are compared.
+  settings.cookiesPath.clear();
+  settings.shortcutPath.clear();
+  settings.backupPath.clear();
   Settings again;
-  const bool readAgain =
-      readConfig(configBytes(settings, frenchLocale()), frenchLocale(), again, [] {});
-  demand(readAgain, "what was read can be written and read");
-  demand(again.notifications == settings.notifications && again.browser == settings.browser &&
-             again.pollInterval == settings.pollInterval,
-         "numbers stay the same");
+  demand(readConfig(configBytes(settings, frenchLocale()), frenchLocale(), again, {}),
+         "what was read can be written and read");
+  demand(again == settings, "numbers stay the same");
   return 0;
 }

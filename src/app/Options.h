@@ -20,6 +20,6 @@ std::optional<Options> parseOptions(const std::vector<std::string>& arguments);
 // How the program is called.
 std::string usageText();
 
-// What --help and --version print, whatever stands beside them; nothing when neither is there. It is
-// asked before there is a display, which the toolkit's options need.
+// What --help and --version print, whatever stands beside them; nothing when neither is there. It
+// is asked before there is a display, which the toolkit's options need.
 std::optional<std::string> textAskedFor(const std::vector<std::string>& arguments);

@@ -16,15 +16,15 @@ class StartUp {
    public:
     virtual ~Host() = default;
     virtual void addTrayIcon() = 0;
-    virtual void setUpNotice() = 0;         // shows the notification window, below the screen
+    virtual void setUpNotice() = 0;  // shows the notification window, below the screen
     virtual void attachMenuBitmaps() = 0;
-    virtual void showSettings() = 0;        // copies the settings into the options window's fields
+    virtual void showSettings() = 0;  // copies the settings into the options window's fields
     virtual void pumpEvents() = 0;
     virtual void enableTimerFirstSearch() = 0;
     virtual void lockMenus(bool lock) = 0;
     virtual void MenuParam_Click() = 0;
     virtual void MenuAbout_Click() = 0;
-    virtual void searchCookieStore() = 0;   // opens the recursive search for cookies.sqlite
+    virtual void searchCookieStore() = 0;  // opens the recursive search for cookies.sqlite
   };
 
   struct Parts {

@@ -34,8 +34,9 @@ Box quitBox() {
 
 Box noTrayBox() {
   return {.title = u"Tavrollo : zone de notification",
-          .text = u"Ce bureau n'a pas de zone de notification : l'icône de Tavrollo ne peut pas s'y "
-                  u"afficher.\r\n\r\n"
-                  u"Le menu de Tavrollo se trouve dans une petite fenêtre.",
+          .text =
+              u"Ce bureau n'a pas de zone de notification : l'icône de Tavrollo ne peut pas s'y "
+              u"afficher.\r\n\r\n"
+              u"Le menu de Tavrollo se trouve dans une petite fenêtre.",
           .icon = BoxIcon::Information};
 }

@@ -4,6 +4,6 @@
 #include "config/Settings.h"
 #include "platform/Shell.h"
 
-// How a page of the web application is opened: `name` is its path below the application's root, with
-// separators of either kind.
+// How a page of the web application is opened: `name` is its path below the application's root,
+// with separators of either kind.
 ShellRequest webPageRequest(const Settings& settings, TextView name);

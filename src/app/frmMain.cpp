@@ -51,7 +51,8 @@ frmMain::frmMain(Companion& companion, Shell& shell, Questions& questions, Defau
       shell_(shell),
       questions_(questions),
       MenuIcon_(availableCommands(), [this](TextView name) { menuChosen(name); }),
-      trayHost_(trayManagerStands, [this] { trayAppeared(); }, [this] { noTray(); }),
+      trayHost_(
+          trayManagerStands, [this] { trayAppeared(); }, [this] { noTray(); }),
       infos_(desktopNoticeFor(QGuiApplication::platformName())),
       splash_([this] { return splashContents(); }, secondsSinceMidnight),
       reader_(companion.trace, [this] { pumpEvents(); }),
@@ -73,6 +74,7 @@ frmMain::frmMain(Companion& companion, Shell& shell, Questions& questions, Defau
 frmMain::~frmMain() = default;
 
 bool frmMain::Form_Load(bool firstInstance) {
+  isRunningInstance_ = firstInstance;
   bool goesOn = true;  // a start that broke off leaves the program in the tray, with its menu
   guarded(questions_, u"Form_Load",
           [&] { goesOn = startUp_.Form_Load(firstInstance, executablePath()); });
@@ -81,7 +83,7 @@ bool frmMain::Form_Load(bool firstInstance) {
 
 void frmMain::endProgram() {
   if (trayIcon_) trayIcon_->remove();
-  saveOffsetCookie();
+  if (isRunningInstance_) saveOffsetCookie();  // the file is the running instance's
   QCoreApplication::sendPostedEvents();
   // Windows and message boxes may be open, each in an event loop of its own: none is unwound.
   std::_Exit(EXIT_SUCCESS);
@@ -203,9 +205,8 @@ void frmMain::valueHandled(const Text& lastField) {
 CommandActions::Surroundings frmMain::actionSurroundings() {
   return {.shell = shell_,
           .shortcuts = companion_.shortcuts,
-          .recShortQrCode = [this] {
-            RecShortQrCode(companion_.settings, companion_.shortcuts, questions_);
-          },
+          .recShortQrCode =
+              [this] { RecShortQrCode(companion_.settings, companion_.shortcuts, questions_); },
           .writePageKey = [this](const Text& key) { writeKey(key); },
           .lockMenus = [this](bool lock) { lockMenus(lock); },
           .currentFolder = currentFolder};

@@ -89,6 +89,7 @@ class frmMain : public QWidget, public StartUp::Host, public CookieWatcher::Host
   CookieWatcher watcher_;
   StartUp startUp_;
   std::int64_t valuesHandled_ = 0;
+  bool isRunningInstance_ = false;
 
   QTimer TimerFirstSearch_;
   QTimer TimerCookies_;

@@ -39,22 +39,28 @@ Failure findProgramFolder(const Options& options, Companion& companion) {
 }
 
 Box programFolderBox(const Text& folder, const Failure& failure) {
-  return {.title = u"Tavrollo : dossier du programme",
-          .text = u"Impossible de préparer le dossier\r\n" + folder + u"\r\n\r\n" +
-                  failure.description,
-          .icon = BoxIcon::Critical};
+  return {
+      .title = u"Tavrollo : dossier du programme",
+      .text = u"Impossible de préparer le dossier\r\n" + folder + u"\r\n\r\n" + failure.description,
+      .icon = BoxIcon::Critical};
 }
 
 void traceToStandardError(TraceBuffer& trace) {
-  trace.observe([](const Text& message) {
-    std::cerr << toUtf8(withPlainLineBreaks(message)) << std::endl;
-  });
+  trace.observe(
+      [](const Text& message) { std::cerr << toUtf8(withPlainLineBreaks(message)) << std::endl; });
 }
 
 int run(QApplication& application, const Options& options, const TerminationRequests& termination) {
   Companion companion;
   companion.locale = systemLocale();
   if (options.trace) traceToStandardError(companion.trace);
+
+  frmMain* running = nullptr;
+  QSocketNotifier terminated(termination.eventsFd(), QSocketNotifier::Read);
+  QObject::connect(&terminated, &QSocketNotifier::activated, [&running] {
+    if (running) running->endProgram();
+    std::_Exit(EXIT_SUCCESS);  // a box of the very start is open, and nothing is there to be saved
+  });
 
   MessageBoxQuestions questions;
   if (const Failure failure = findProgramFolder(options, companion)) {
@@ -68,11 +74,10 @@ int run(QApplication& application, const Options& options, const TerminationRequ
       makeShell([&companion](const Text& line) { companion.trace.log(line); });
   const std::unique_ptr<DefaultBrowser> browser = makeDefaultBrowser();
   frmMain main(companion, *shell, questions, *browser);
+  running = &main;
 
   QSocketNotifier ended(shell->eventsFd(), QSocketNotifier::Read);
   QObject::connect(&ended, &QSocketNotifier::activated, [&shell] { shell->reap(); });
-  QSocketNotifier terminated(termination.eventsFd(), QSocketNotifier::Read);
-  QObject::connect(&terminated, &QSocketNotifier::activated, [&main] { main.endProgram(); });
 
   if (!main.Form_Load(first)) return EXIT_SUCCESS;
   return application.exec();

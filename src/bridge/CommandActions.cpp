@@ -35,8 +35,9 @@ Text CommandActions::shellexe(const Text& file) {
   return u"Lancement depuis l'extension";
 }
 
+// The parameters came as bytes: decoded, the program is given the very bytes that the page wrote.
 Text CommandActions::runapp(const Text& file, const Text& parameters) {
-  execute(file, parameters);
+  execute(file, EncodeDecodeUtf8::decode(parameters));
   return u"Lancement de l'application";
 }
 

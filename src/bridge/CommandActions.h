@@ -14,7 +14,7 @@
 //   command      field 1             field 2             what it does
 //   notepad      file                                    opens it in the text editor
 //   shellexe     document, program                       opens it with its program
-//   runapp       program             its parameters      starts it
+//   runapp       program             parameters (bytes)  starts it with them
 //   createlink   address (bytes)     name (bytes)        adds a shortcut, rewrites the table's file
 //   ini          page key                                stores the key, unlocks the menus
 //   lzck         "false", or else                        unlocks the menus, or locks them
@@ -31,7 +31,8 @@ class CommandActions {
 
   explicit CommandActions(Surroundings surroundings) : to_(std::move(surroundings)) {}
 
-  // `fields`: the command word in lower case, then its arguments, decoded but for createlink's. The
+  // `fields`: the command word in lower case, then its arguments; those marked as bytes are still byte
+  // text. The
   // result is the message for the user, empty where there is none; nothing when a field is missing.
   std::optional<Text> carryOut(const std::vector<Text>& fields);
 

@@ -84,11 +84,12 @@ Text CookieStoreReader::Extract(const Text& storePath) {
   const std::int64_t now = clock_();
   std::optional<StoreReading> reading = readStore(storePath, cookieOffset_, hosts_, earlier_, yield_);
   settled_ = reading && isSettled(reading->stamp, now);
+  readTheStore_ = reading && reading->scan.outcome != ScanResult::Outcome::Failed;
   if (!reading) return {};
 
   traceRefused(reading->scan.refusedHosts);
   Text value = take(reading->scan);
-  if (reading->scan.outcome != ScanResult::Outcome::Failed) earlier_ = std::move(reading);
+  if (readTheStore_) earlier_ = std::move(reading);
   return value;
 }
 

@@ -49,6 +49,10 @@ class CookieStoreReader {
   // could not be read (then a line tells why) or when the browser kept writing.
   Text Extract(const Text& storePath);
 
+  // True when the last Extract learnt what the store holds, be it nothing; false when the store could
+  // not be read or kept changing.
+  bool readTheStore() const { return readTheStore_; }
+
   // False when what the last Extract read may already have changed again within the same time stamp.
   bool sawSettledStore() const { return settled_; }
 
@@ -63,6 +67,7 @@ class CookieStoreReader {
   AllowedHosts hosts_;
   std::int32_t cookieOffset_ = 0;
   bool settled_ = true;
+  bool readTheStore_ = false;
   Text path_;
   std::optional<StoreReading> earlier_;  // the last reading of path_ that did not fail
   std::set<std::string> refused_;        // hosts that the trace has named

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "bridge/SqlitePage.h"
 #include "bridge/StoreImage.h"
 
 // A row of the browser's table of cookies, as far as the bridge cares.
@@ -37,8 +38,15 @@ class CookieTable {
   };
   const std::optional<Schema>& schema();
   std::optional<Schema> readSchema() const;
+  static std::optional<Schema> cookieSchema(const SqliteRecord& record);
+  std::optional<CookieRow> cookieRow(const SqliteRecord& record, const SqlitePage::Cell& cell,
+                                     std::uint64_t nameAt, std::string_view name,
+                                     std::uint64_t valueNeeded) const;
+  const std::optional<SqlitePage>& page(std::uint32_t number);
 
   const StoreImage& image_;
   bool schemaRead_ = false;
   std::optional<Schema> schema_;
+  std::uint32_t pageNumber_ = 0;       // of page_, also when that page is none of a table
+  std::optional<SqlitePage> page_;     // the last one: a page may hold the name hundreds of times
 };

@@ -56,6 +56,7 @@ void CookieWatcher::noteStoreTime() {
 
 void CookieWatcher::primeLastCommand() {
   lastCommandCookie_ = reader_.Extract(settings_.cookiesPath);
+  primed_ = reader_.readTheStore();
 }
 
 void CookieWatcher::tick() {
@@ -72,12 +73,16 @@ void CookieWatcher::tick() {
 
 void CookieWatcher::look() {
   const Text value = reader_.Extract(settings_.cookiesPath);
+  if (!primed_ && reader_.readTheStore()) {
+    primed_ = true;
+    lastCommandCookie_ = value;
+  }
   if (value.empty()) {
     trace_.log(u"CookieValue est nul");
-    lastStoreTime_ = kLookAgain;
+    lastStoreTime_ = Text(kLookAgain);
     return;
   }
-  if (!reader_.sawSettledStore()) lastStoreTime_ = kLookAgain;
+  if (!reader_.sawSettledStore()) lastStoreTime_ = Text(kLookAgain);
   if (value != lastCommandCookie_) handle(value);
 }
 

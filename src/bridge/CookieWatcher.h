@@ -30,7 +30,8 @@ class CookieWatcher {
   // Takes the store as it is now as seen, when the program starts.
   void noteStoreTime();
 
-  // Takes the command that stands in the store as handled.
+  // Takes the command that stands in the store as handled. When the store cannot be read now, that
+  // is done with the first command that can.
   void primeLastCommand();
 
   // One tick of `TimerCookies`.
@@ -49,6 +50,7 @@ class CookieWatcher {
   Host& host_;
 
   bool tickBusy_ = false;
+  bool primed_ = true;
   Text lastStoreTime_;
   Text lastCommandCookie_;
 };

@@ -12,6 +12,7 @@ constexpr std::uint8_t kTableLeaf = 13;
 constexpr std::size_t kFileHeaderSize = 100;  // page 1 begins with it
 constexpr std::size_t kMostColumns = 2000;    // SQLite's own default limit
 constexpr std::uint32_t kLeastUsableSize = 480;
+constexpr std::uint64_t kMostPayload = 1 << 20;
 
 std::uint8_t byteAt(std::string_view bytes, std::size_t at) {
   return static_cast<std::uint8_t>(bytes[at]);
@@ -169,4 +170,21 @@ std::uint64_t unsignedOf(std::string_view payload, const Column& column) {
     value = (value << 8) | byteAt(payload, static_cast<std::size_t>(column.offset + i));
   }
   return value;
+}
+
+std::string_view SqliteRecord::text(std::size_t column) const {
+  if (column >= columns.size() || columns[column].kind != Column::Kind::String) return {};
+  return std::string_view(payload).substr(static_cast<std::size_t>(columns[column].offset),
+                                          static_cast<std::size_t>(columns[column].length));
+}
+
+std::optional<SqliteRecord> readRecord(const StoreImage& image, const SqlitePage& page,
+                                       const std::optional<SqlitePage::Cell>& cell,
+                                       std::uint32_t usableSize) {
+  if (!cell) return std::nullopt;
+  std::optional<std::string> payload = readPayload(image, page, *cell, usableSize, kMostPayload);
+  if (!payload) return std::nullopt;
+  std::optional<std::vector<Column>> columns = readColumns(*payload);
+  if (!columns) return std::nullopt;
+  return SqliteRecord{std::move(*payload), std::move(*columns)};
 }

@@ -75,3 +75,18 @@ std::optional<std::vector<Column>> readColumns(std::string_view payload);
 
 // The value of an unsigned integer column: page numbers are the only ones that are asked for.
 std::uint64_t unsignedOf(std::string_view payload, const Column& column);
+
+// A row with its payload whole and its columns found.
+struct SqliteRecord {
+  std::string payload;
+  std::vector<Column> columns;
+
+  // The bytes of a text column; empty when there is no such column, or when it holds no text.
+  std::string_view text(std::size_t column) const;
+};
+
+// Reads the row that `cell` tells of. Nothing for a cell or a record that does not read, or one of
+// more than a megabyte.
+std::optional<SqliteRecord> readRecord(const StoreImage& image, const SqlitePage& page,
+                                       const std::optional<SqlitePage::Cell>& cell,
+                                       std::uint32_t usableSize);

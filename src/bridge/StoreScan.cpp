@@ -51,14 +51,13 @@ class Scan {
       at += static_cast<std::int64_t>(length);
       const std::size_t filled = kept + length;
       kept = std::min(carry, filled);
-      std::copy_n(buffer_.end() - static_cast<std::ptrdiff_t>(buffer_.size() - filled + kept), kept,
-                  buffer_.begin());
+      buffer_.replace(0, kept, buffer_, filled - kept, kept);
     }
     return false;
   }
 
   bool searchPiece(std::string_view piece, std::int64_t pieceStart) {
-    for (std::size_t hit = 0; (hit = piece.find(kCookieName, hit)) != std::string_view::npos; ++hit) {
+    for (std::size_t hit = 0; (hit = findCookieName(piece, hit)) != std::string_view::npos; ++hit) {
       if (tryHit(pieceStart + static_cast<std::int64_t>(hit))) return true;
     }
     return false;

@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "bridge/AllowedHosts.h"
+#include "bridge/NameSearch.h"
 #include "bridge/StoreImage.h"
 
-inline constexpr std::string_view kCookieName = "Tavr1CodeToExe";
 inline constexpr std::string_view kEndMarker = "_e-o-v_";
 inline constexpr std::int64_t kFirstPosition = 3;    // positions count from 1; the first two are never looked at
 inline constexpr std::int64_t kBackWindow = 256;     // how far before the last hit a scan begins

@@ -6,9 +6,8 @@ namespace {
 Box writeFailedBox(TextView fileName) {
   Text text = u"\r\nErreur pendant l'écriture des données dans ";
   text.append(fileName).append(u"\r\nAppuyez de nouveau sur ok pour ressayer");
-  return {.title = u"Tavrollo : écriture des paramètres",
-          .text = text,
-          .icon = BoxIcon::Exclamation};
+  return {
+      .title = u"Tavrollo : écriture des paramètres", .text = text, .icon = BoxIcon::Exclamation};
 }
 
 }  // namespace

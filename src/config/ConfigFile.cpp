@@ -91,9 +91,8 @@ std::string configBytes(const Settings& settings, const LocaleData& locale) {
       u";choix du navigateur internet entrez un nombre : 0 pour fireFox ( >50.0 de nov 2016)  1 "
       u"pour googleChrome ( >54 de oct 2016)");
   value(numberBytes(settings.browser));
-  comment(
-      u";entrez le chemin des cookies correspondant au système d'exploitation et du navigateur "
-      u"choisi");
+  comment(u";entrez le chemin des cookies correspondant au système d'exploitation et du navigateur "
+          u"choisi");
   value(storedField(settings.cookiesPath));
   comment(
       u";entrez la temporisation en milli secondes entre deux tests de changements effectué sur le "

@@ -21,15 +21,14 @@ constexpr std::size_t kKeyLength = 9;
 constexpr std::size_t kValueAt = 21;
 constexpr std::size_t kEntryEndLength = 2;  // the closing quote and the semicolon
 
-constexpr std::string_view kFunctions =
-    "function ShortQrCode(myKey){\r\n"
-    "var t = tabObj[myKey].split(\"_|_\");\r\n"
-    "return t[1];\r\n"
-    "}\r\n"
-    "function NameQrCode(myKey){\r\n"
-    "var t = tabObj[myKey].split(\"_|_\");\r\n"
-    "return t[0];\r\n"
-    "}\r\n";
+constexpr std::string_view kFunctions = "function ShortQrCode(myKey){\r\n"
+                                        "var t = tabObj[myKey].split(\"_|_\");\r\n"
+                                        "return t[1];\r\n"
+                                        "}\r\n"
+                                        "function NameQrCode(myKey){\r\n"
+                                        "var t = tabObj[myKey].split(\"_|_\");\r\n"
+                                        "return t[0];\r\n"
+                                        "}\r\n";
 
 // From `at` on, and nothing where the bytes are shorter.
 std::string_view from(std::string_view bytes, std::size_t at) {

@@ -41,7 +41,8 @@ std::string toAnsi(TextView text) {
   bytes.reserve(text.size());
   for (std::size_t i = 0; i < text.size(); ++i) {
     bytes += ansiByte(text[i]).value_or('?');
-    const bool pair = isHighSurrogate(text[i]) && i + 1 < text.size() && isLowSurrogate(text[i + 1]);
+    const bool pair =
+        isHighSurrogate(text[i]) && i + 1 < text.size() && isLowSurrogate(text[i + 1]);
     if (pair) ++i;
   }
   return bytes;

@@ -15,7 +15,8 @@ inline constexpr int kAskForCodePage = -1;  // the system's ANSI code page, aske
 // The system's ANSI code page identifier (1252).
 int GetACP();
 
-// `bytes` up to the first zero byte, read in `codePage`: one of the three above, or GetACP's answer.
+// `bytes` up to the first zero byte, read in `codePage`: one of the three above, or GetACP's
+// answer.
 Text multiByteToText(std::string_view bytes, int codePage);
 
 // `text` up to the first zero character, written in `codePage`.

@@ -9,7 +9,8 @@ template <class Piece, class View>
 std::vector<Piece> splitAt(View text, View separator) {
   std::vector<Piece> pieces;
   std::size_t from = 0;
-  for (std::size_t at; (at = text.find(separator, from)) != View::npos; from = at + separator.size()) {
+  for (std::size_t at; (at = text.find(separator, from)) != View::npos;
+       from = at + separator.size()) {
     pieces.emplace_back(text.substr(from, at - from));
   }
   pieces.emplace_back(text.substr(from));
@@ -18,7 +19,9 @@ std::vector<Piece> splitAt(View text, View separator) {
 
 }  // namespace
 
-std::vector<Text> split(TextView text, TextView separator) { return splitAt<Text>(text, separator); }
+std::vector<Text> split(TextView text, TextView separator) {
+  return splitAt<Text>(text, separator);
+}
 
 std::vector<std::string_view> split(std::string_view bytes, std::string_view separator) {
   return splitAt<std::string_view>(bytes, separator);

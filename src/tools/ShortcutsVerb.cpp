@@ -21,8 +21,7 @@ void writeTable(std::ostream& out, const ShortcutTable& table) {
 
 }  // namespace
 
-int shortcutsVerb(const std::vector<std::string>& arguments, std::ostream& out,
-                  std::ostream& err) {
+int shortcutsVerb(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
   std::string bytes;
   int status = kDone;
   if (!readArgumentFile(arguments, kUsage, out, err, bytes, status)) return status;

@@ -31,7 +31,7 @@ bool readArgumentFile(const std::vector<std::string>& arguments, std::string_vie
   }
   const Failure failure = readFile(fromUtf8Lossless(arguments[0]), bytes);
   if (!failure) return true;
-  err << "Le fichier " << arguments[0] << " ne peut pas être lu : "
-      << toUtf8Lossless(failure.description) << ".\n";
+  err << "Le fichier " << arguments[0]
+      << " ne peut pas être lu : " << toUtf8Lossless(failure.description) << ".\n";
   return false;
 }

@@ -50,8 +50,8 @@ class Commands(unittest.TestCase):
         stage.command("runapp", plain, '"un seul argument" -x')
         self.assert_started("programme", ["un seul argument", "-x"])
 
-        stage.command("runapp", accented, "oeuf \"a e\"")
-        self.assert_started("Été à la plage/lancé là", ["oeuf", "a e"])
+        stage.command("runapp", accented, "œuf \"à é\"")
+        self.assert_started("Été à la plage/lancé là", ["œuf", "à é"])
 
         notes = user_file("notes de cours.txt", DOCUMENTS["txt"])
         stage.command("notepad", "../../user_datas/notes de cours.txt")

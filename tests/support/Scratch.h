@@ -22,7 +22,8 @@ inline std::string bytesOf(const Text& path) {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-// A folder of a test's own, removed with everything in it. Names in it have slashes between folders.
+// A folder of a test's own, removed with everything in it. Names in it have slashes between
+// folders.
 class Scratch {
  public:
   Scratch() : root_(std::filesystem::temp_directory_path() / uniqueName()) {

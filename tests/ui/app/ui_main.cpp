@@ -169,13 +169,17 @@ TEST_F(frmMainTest, WatchesAtTheIntervalOfTheSettings) {
 
 TEST_F(frmMainTest, AHandledValueIsToldToThePages) {
   start();
-  give("shellexe_|_/a_|_n\xC3\xB0""1");
+  give("shellexe_|_/a_|_n\xC3\xB0"
+       "1");
   ASSERT_TRUE(comes("execute /a"));
   const std::string file = folder.path("nav/res_css/js/etat.js");
   ASSERT_TRUE(waitUntil([&] { return std::filesystem::exists(file); }));
   const std::string state = folder.read("nav/res_css/js/etat.js");
   EXPECT_EQ(state.rfind("var tavrolloEtat={\"compteur\":1,\"dernier\":\"n\\u00f01\","
-                        "\"intervalle\":20,\"version\":\"", 0), 0u) << state;
+                        "\"intervalle\":20,\"version\":\"",
+                        0),
+            0u)
+      << state;
 }
 
 TEST_F(frmMainTest, TheNoticeShowsTheMessage) {

@@ -92,7 +92,8 @@ TEST(StatusNotifier, AWatcherWithoutAHostIsNoTray) {
 TEST(StatusNotifier, AHostThatAppearsIsNoticedBeforeTheNextPoll) {
   Desktop desktop;
   int found = 0;
-  TrayHost host(trayManagerStands, [&] { ++found; }, [] {});
+  TrayHost host(
+      trayManagerStands, [&] { ++found; }, [] {});
   host.start();
   ASSERT_EQ(found, 0);
   desktop.watcher.hosted = true;
@@ -104,7 +105,8 @@ TEST(StatusNotifier, AHostThatRegistersWithAWatcherIsNoticedBeforeTheNextPoll) {
   Desktop desktop;
   ASSERT_TRUE(desktop.appear());
   int found = 0;
-  TrayHost host(trayManagerStands, [&] { ++found; }, [] {});
+  TrayHost host(
+      trayManagerStands, [&] { ++found; }, [] {});
   host.start();
   ASSERT_EQ(found, 0);
   desktop.watcher.hosted = true;

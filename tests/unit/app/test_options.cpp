@@ -19,10 +19,9 @@ TEST(Options, AreAllOptional) {
 }
 
 TEST(Options, TheProgramFolderIsTheNextWordOrStandsBehindAnEqualsSign) {
-  for (const Arguments& arguments : {Arguments{"--program-folder", "/a b/\xC3\xA9"},
-                                     Arguments{"--program-folder=/a b/\xC3\xA9"},
-                                     Arguments{"--program-folder", "/first",
-                                               "--program-folder=/a b/\xC3\xA9"}}) {
+  for (const Arguments& arguments :
+       {Arguments{"--program-folder", "/a b/\xC3\xA9"}, Arguments{"--program-folder=/a b/\xC3\xA9"},
+        Arguments{"--program-folder", "/first", "--program-folder=/a b/\xC3\xA9"}}) {
     const std::optional<Options> options = parseOptions(arguments);
     ASSERT_TRUE(options);
     EXPECT_EQ(options->programFolder, u"/a b/é");
@@ -39,8 +38,8 @@ TEST(Options, TraceStandsAlone) {
 TEST(Options, WhatIsNotUnderstoodIsRefused) {
   for (const Arguments& arguments :
        {Arguments{"--program-folder"}, Arguments{"--program-folder="},
-        Arguments{"--program-folder", ""}, Arguments{"--trace=1"}, Arguments{"file"},
-        Arguments{""}, Arguments{"--trace", "--what"}}) {
+        Arguments{"--program-folder", ""}, Arguments{"--trace=1"}, Arguments{"file"}, Arguments{""},
+        Arguments{"--trace", "--what"}}) {
     EXPECT_FALSE(parseOptions(arguments)) << arguments.back();
   }
 }

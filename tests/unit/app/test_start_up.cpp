@@ -57,7 +57,8 @@ class StartUpTest : public testing::Test {
   static std::string table(const std::string& key, int freeId) {
     return "var FreeId=" + std::to_string(freeId) +
            "\r\nvar tabObj = new Object();\r\n"
-           "tabObj[\"" + key + "\"]=\"nom_|_web://a\";\r\nfunction ShortQrCode(myKey){\r\n";
+           "tabObj[\"" +
+           key + "\"]=\"nom_|_web://a\";\r\nfunction ShortQrCode(myKey){\r\n";
   }
 
   void writeConfig() {
@@ -132,8 +133,8 @@ TEST_F(StartUpTest, ASecondInstanceAsksAndRelaunchesOnYes) {
   questions.answers = {Answer::Yes};
   EXPECT_FALSE(load(false));
   EXPECT_EQ(questions.boxes.at(0), alreadyRunningBox());
-  EXPECT_EQ(journal, Journal({"ask Tavrollo : Lancements multiples", "execute " + toUtf8(nativePath(
-                                                                         u"/opt/tavrollo/reload"))}));
+  EXPECT_EQ(journal, Journal({"ask Tavrollo : Lancements multiples",
+                              "execute " + toUtf8(nativePath(u"/opt/tavrollo/reload"))}));
 }
 
 TEST_F(StartUpTest, ASecondInstanceEndsOnNoWithoutTouchingAnything) {

@@ -57,6 +57,11 @@ TEST_F(CommandActionsTest, RunappStartsTheProgramWithItsParameters) {
   EXPECT_EQ(done_, (Fields{open(nativePath(u"C:\\dir\\x.exe"), u"/a b/c"), open(u"x", u"")}));
 }
 
+TEST_F(CommandActionsTest, RunappGivesTheProgramTheBytesThatThePageWrote) {
+  carryOut({u"runapp", u"x", u"--titre \"Å“uf Ã\u00A0 la coque\""});
+  EXPECT_EQ(done_, Fields{open(u"x", u"--titre \"œuf à la coque\"")});
+}
+
 TEST_F(CommandActionsTest, AnEmptyPathStaysEmpty) {
   carryOut({u"notepad", u"", u""});
   carryOut({u"shellexe", u"", u""});

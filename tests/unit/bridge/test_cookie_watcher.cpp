@@ -154,6 +154,21 @@ TEST_F(CookieWatcherTest, WhatStoodInTheStoreAtTheStartIsNotCarriedOut) {
   EXPECT_EQ(doneFor("ini_|_k2_|_"), (Events{u"key k2", u"unlock", u"handled ", u"notice "}));
 }
 
+TEST_F(CookieWatcherTest, WhenTheStoreCannotBeReadAtTheStartItsFirstCommandIsStillALeftover) {
+  removeFile(settings_.cookiesPath);
+  watcher_.primeLastCommand();
+  tick();
+  put("ini_|_left over_|_");
+  EXPECT_EQ(tick(), (Events{u"pump", u"timer off", u"timer on"}));
+  EXPECT_EQ(doneFor("ini_|_new_|_"), (Events{u"key new", u"unlock", u"handled ", u"notice "}));
+}
+
+TEST_F(CookieWatcherTest, AStoreWithoutACommandAtTheStartMakesTheFirstOneNew) {
+  folder_.write(u"store", "no command here");
+  watcher_.primeLastCommand();
+  EXPECT_EQ(doneFor("ini_|_first_|_"), (Events{u"key first", u"unlock", u"handled ", u"notice "}));
+}
+
 TEST_F(CookieWatcherTest, AnEmptyValueIsTracedAndTheStoreLookedAtAgain) {
   const Events expected = {u"pump", u"timer off", u"trace CookieValue est nul", u"timer on"};
   EXPECT_EQ(tick(), expected);
@@ -273,10 +288,10 @@ TEST_F(CookieWatcherTest, CreatelinkGetsItsFieldsUndecoded) {
   EXPECT_EQ(shortcuts_.rows().back().address, u"me/hélène/nav/user_datas/é");
 }
 
-TEST_F(CookieWatcherTest, OtherFieldsAreDecodedOnceAndOnlyTheFirst) {
+TEST_F(CookieWatcherTest, EveryFieldThatAnActionTakesIsDecodedOnce) {
   EXPECT_EQ(doneFor("ini_|_\xC3\x83\xC2\xA9_|_").front(), u"key Ã©");
   EXPECT_EQ(doneFor("runapp_|_\xC3\xA9_|_\xC3\xA9_|_").front(),
-            u"open file=é parameters=Ã© directory=/ maximised");
+            u"open file=é parameters=é directory=/ maximised");
   EXPECT_EQ(doneFor("ini_|_\xC3\xA9_|_\xC3\xA9"),
             (Events{u"key é", u"unlock", u"handled é", u"notice "}));
 }

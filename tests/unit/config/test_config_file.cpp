@@ -141,8 +141,8 @@ TEST(ConfigFile, AFileThatEndsEarlyFailsWhereverItEnds) {
   const std::vector<std::string> lines = linesOf(kSomeBytes);
   for (std::size_t count = 0; count < 19; ++count) {
     Settings settings;
-    EXPECT_FALSE(read(joined({lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(count)}),
-                      settings))
+    EXPECT_FALSE(
+        read(joined({lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(count)}), settings))
         << count << " lines";
   }
 }
@@ -236,10 +236,9 @@ TEST(ConfigFile, NumbersThatDoNotConvertAreAFailure) {
     std::size_t line;
     std::string value;
   } rows[] = {
-      {5, "un"},          {5, ""},           {5, "32768"},       {5, "-32769"},
-      {9, "mille"},       {9, "2147483648"}, {9, ""},            {13, "grand"},
-      {13, "2147483648"}, {15, "567.0"},     {15, "-2147483649"}, {17, "oui"},
-      {17, "3"},          {17, "-1"},        {17, "32768"},
+      {5, "un"},           {5, ""},     {5, "32768"},  {5, "-32769"},      {9, "mille"},
+      {9, "2147483648"},   {9, ""},     {13, "grand"}, {13, "2147483648"}, {15, "567.0"},
+      {15, "-2147483649"}, {17, "oui"}, {17, "3"},     {17, "-1"},         {17, "32768"},
   };
   for (const auto& row : rows) {
     Settings settings;

@@ -14,15 +14,14 @@ using Rows = std::vector<Shortcut>;
 
 const LocaleData kFrench = frenchLocale();
 
-const std::string kFunctions =
-    "function ShortQrCode(myKey){\r\n"
-    "var t = tabObj[myKey].split(\"_|_\");\r\n"
-    "return t[1];\r\n"
-    "}\r\n"
-    "function NameQrCode(myKey){\r\n"
-    "var t = tabObj[myKey].split(\"_|_\");\r\n"
-    "return t[0];\r\n"
-    "}\r\n";
+const std::string kFunctions = "function ShortQrCode(myKey){\r\n"
+                               "var t = tabObj[myKey].split(\"_|_\");\r\n"
+                               "return t[1];\r\n"
+                               "}\r\n"
+                               "function NameQrCode(myKey){\r\n"
+                               "var t = tabObj[myKey].split(\"_|_\");\r\n"
+                               "return t[0];\r\n"
+                               "}\r\n";
 
 std::string file(const std::string& freeId, const std::string& entries) {
   return "var FreeId=" + freeId + "\r\nvar tabObj = new Object();\r\n" + entries + kFunctions;
@@ -47,9 +46,8 @@ TEST(ShortcutFile, IsWrittenToTheByte) {
   const ShortcutTable table = tableOf(12, {{u"000000003", u"Mon nom", u"C:\\docs\\plan.pdf"},
                                            {u"000000007", u"Été", u"loc/home/é"}});
   EXPECT_EQ(shortcutBytes(table),
-            file("12",
-                 "tabObj[\"000000003\"]=\"Mon nom_|_C:\\docs\\plan.pdf\";\r\n"
-                 "tabObj[\"000000007\"]=\"\xC3\x89t\xC3\xA9_|_loc/home/\xE9\";\r\n"));
+            file("12", "tabObj[\"000000003\"]=\"Mon nom_|_C:\\docs\\plan.pdf\";\r\n"
+                       "tabObj[\"000000007\"]=\"\xC3\x89t\xC3\xA9_|_loc/home/\xE9\";\r\n"));
   EXPECT_EQ(shortcutBytes(tableOf(0, {})), file("0", ""));
 }
 
@@ -93,18 +91,16 @@ TEST(ShortcutFile, LinesMayEndInLfAlone) {
 }
 
 TEST(ShortcutFile, AfterDeletionsTheListEndsAtTheFirstFunction) {
-  const std::string entries =
-      "tabObj[\"000000003\"]=\"a_|_b\";\r\n"
-      "tabObj[\"000000900\"]=\"c_|_d\";\r\n";
+  const std::string entries = "tabObj[\"000000003\"]=\"a_|_b\";\r\n"
+                              "tabObj[\"000000900\"]=\"c_|_d\";\r\n";
   EXPECT_EQ(rowsIn(file("1000", entries)),
             (Rows{{u"000000003", u"a", u"b"}, {u"000000900", u"c", u"d"}}));
   EXPECT_EQ(rowsIn(file("5", "")), Rows{});
 }
 
 TEST(ShortcutFile, NoMoreLinesThanFreeIdAreRead) {
-  const std::string entries =
-      "tabObj[\"000000000\"]=\"a_|_b\";\r\n"
-      "tabObj[\"000000001\"]=\"c_|_d\";\r\n";
+  const std::string entries = "tabObj[\"000000000\"]=\"a_|_b\";\r\n"
+                              "tabObj[\"000000001\"]=\"c_|_d\";\r\n";
   EXPECT_EQ(rowsIn(file("1", entries)), (Rows{{u"000000000", u"a", u"b"}}));
   EXPECT_EQ(rowsIn(file("0", entries)), Rows{});
   EXPECT_EQ(rowsIn(file("-3", entries)), Rows{});
@@ -128,10 +124,18 @@ TEST(ShortcutFile, TheNumberStandsBehindTheFirstEqualsSign) {
     std::string line;
     std::optional<std::int32_t> freeId;
   } rows[] = {
-      {"var FreeId=12", 12},   {"var FreeId= 12 ", 12}, {"FreeId = 12", 12},
-      {"var FreeId=12;", 12},  {"=7", 7},               {"var FreeId=", std::nullopt},
-      {"var FreeId=;", std::nullopt}, {"var FreeId", std::nullopt},  {"", std::nullopt},
-      {"var FreeId=abc", std::nullopt}, {"a=b=3", std::nullopt}, {"var FreeId=2147483648", std::nullopt},
+      {"var FreeId=12", 12},
+      {"var FreeId= 12 ", 12},
+      {"FreeId = 12", 12},
+      {"var FreeId=12;", 12},
+      {"=7", 7},
+      {"var FreeId=", std::nullopt},
+      {"var FreeId=;", std::nullopt},
+      {"var FreeId", std::nullopt},
+      {"", std::nullopt},
+      {"var FreeId=abc", std::nullopt},
+      {"a=b=3", std::nullopt},
+      {"var FreeId=2147483648", std::nullopt},
   };
   for (const auto& row : rows) {
     ShortcutTable table;
@@ -162,8 +166,8 @@ TEST(ShortcutFile, AFailureLeavesTheTableAsItWas) {
   ShortcutTable table = tableOf(4, {{u"k", u"n", u"a"}});
   int changes = 0;
   table.subscribe([&changes] { ++changes; });
-  EXPECT_FALSE(parseShortcuts(file("9", "tabObj[\"000000001\"]=\"a_|_b\";\r\ntabObj\r\n"), table,
-                              kFrench));
+  EXPECT_FALSE(
+      parseShortcuts(file("9", "tabObj[\"000000001\"]=\"a_|_b\";\r\ntabObj\r\n"), table, kFrench));
   EXPECT_EQ(table.freeId(), 4);
   EXPECT_EQ(table.rows(), (Rows{{u"k", u"n", u"a"}}));
   EXPECT_EQ(changes, 0);
@@ -201,10 +205,8 @@ TEST(ShortcutFile, ATabInAFieldEndsTheColumn) {
 }
 
 TEST(ShortcutFile, NoiseNeverDoesHarm) {
-  const std::string whole =
-      file("3",
-           "tabObj[\"000000001\"]=\"a_|_b\";\r\n"
-           "tabObj[\"000000002\"]=\"\xC3\xA9_|_\xE9\";\r\n");
+  const std::string whole = file("3", "tabObj[\"000000001\"]=\"a_|_b\";\r\n"
+                                      "tabObj[\"000000002\"]=\"\xC3\xA9_|_\xE9\";\r\n");
   const std::string likely = "=_|\"\r\n0123;tabO\t\xC3";
   for (unsigned seed = 0; seed < 10'000; ++seed) {
     std::mt19937 random(seed);

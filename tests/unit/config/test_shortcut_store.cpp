@@ -77,10 +77,10 @@ TEST_F(ShortcutStore, WithNoTableAnywhereYesCreatesOne) {
   EXPECT_EQ(questions.boxes, (Boxes{shortcutsNotFoundBox(defaultPath), createShortcutsBox()}));
   EXPECT_EQ(table.freeId(), 2);
   EXPECT_EQ(table.rows(), Rows{kFirst});
-  EXPECT_TRUE(bytesOf(defaultPath).starts_with(
-      "var FreeId=2\r\nvar tabObj = new Object();\r\n"
-      "tabObj[\"000000001\"]=\"ligne init_|_locfile:///C:/essai.txt\";\r\n"
-      "function ShortQrCode(myKey){\r\n"));
+  EXPECT_TRUE(bytesOf(defaultPath)
+                  .starts_with("var FreeId=2\r\nvar tabObj = new Object();\r\n"
+                               "tabObj[\"000000001\"]=\"ligne init_|_locfile:///C:/essai.txt\";\r\n"
+                               "function ShortQrCode(myKey){\r\n"));
   EXPECT_EQ(bytesOf(defaultPath), shortcutBytes(table));
 }
 
@@ -130,9 +130,8 @@ TEST_F(ShortcutStore, ANewTableThatCannotBeWrittenShowsTheWriteBox) {
   questions.answers = {Answer::Ok, Answer::Yes, Answer::Ok};
   EXPECT_EQ(loadShortcuts(settings, table, elsewhere, frenchLocale(), questions),
             ShortcutLoad::Created);
-  EXPECT_EQ(questions.boxes,
-            (Boxes{shortcutsNotFoundBox(defaultShortcutPath(elsewhere)), createShortcutsBox(),
-                   shortcutsWriteFailedBox()}));
+  EXPECT_EQ(questions.boxes, (Boxes{shortcutsNotFoundBox(defaultShortcutPath(elsewhere)),
+                                    createShortcutsBox(), shortcutsWriteFailedBox()}));
   EXPECT_EQ(table.rows(), Rows{kFirst});
 }
 

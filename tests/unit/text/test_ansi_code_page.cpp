@@ -14,9 +14,8 @@ std::string everyByte() {
 }  // namespace
 
 TEST(AnsiCodePage, TheUpperControlsAreThoseOfWindows1252) {
-  const Text expected =
-      u"€\u0081‚ƒ„…†‡ˆ‰Š‹Œ\u008DŽ\u008F"
-      u"\u0090‘’“”•–—˜™š›œ\u009DžŸ";
+  const Text expected = u"€\u0081‚ƒ„…†‡ˆ‰Š‹Œ\u008DŽ\u008F"
+                        u"\u0090‘’“”•–—˜™š›œ\u009DžŸ";
   EXPECT_EQ(fromAnsi(everyByte().substr(0x80, 32)), expected);
   EXPECT_EQ(toAnsi(expected), everyByte().substr(0x80, 32));
 }

@@ -42,8 +42,9 @@ TEST(Numbers, IntegersAreReadUpToTheirBounds) {
 }
 
 TEST(Numbers, WhatIsNoNumberIsRefused) {
-  for (const Text text : {u"", u" ", u"abc", u"12abc", u"1 2", u"--1", u"+-1", u"-+1", u"++1", u"+",
-                          u"-", u",", u"0x10", u"1;", u"\t1", u"１", u"nan", u"inf", u"e", u"1e"}) {
+  for (const Text text :
+       {u"",  u" ", u"abc",  u"12abc", u"1 2", u"--1", u"+-1", u"-+1", u"++1", u"+",
+        u"-", u",", u"0x10", u"1;",    u"\t1", u"１",  u"nan", u"inf", u"e",   u"1e"}) {
     EXPECT_EQ(toInt16(text, kFrench), std::nullopt);
     EXPECT_EQ(toInt32(text, kFrench), std::nullopt);
     EXPECT_EQ(toDouble(text, kFrench), std::nullopt);
@@ -56,8 +57,11 @@ TEST(Numbers, HalvesAreRoundedToTheEvenNeighbour) {
     Text text;
     std::int32_t number;
   } rows[] = {
-      {u"0,5", 0},     {u"1,5", 2},     {u"2,5", 2},   {u"-0,5", 0}, {u"-1,5", -2},
-      {u"566,5", 566}, {u"567,5", 568}, {u"567,4", 567}, {u"567,6", 568}, {u"2147483647,4", 2147483647},
+      {u"0,5", 0},     {u"1,5", 2},
+      {u"2,5", 2},     {u"-0,5", 0},
+      {u"-1,5", -2},   {u"566,5", 566},
+      {u"567,5", 568}, {u"567,4", 567},
+      {u"567,6", 568}, {u"2147483647,4", 2147483647},
   };
   for (const auto& row : rows) EXPECT_EQ(toInt32(row.text, kFrench), row.number);
   EXPECT_EQ(toInt32(u"2147483647,5", kFrench), std::nullopt);
@@ -90,9 +94,9 @@ TEST(Numbers, DoublesAreWrittenInTheShortestFormThatReadsBack) {
     double number;
     Text text;
   } rows[] = {
-      {567.0, u"567"},   {567.5, u"567,5"},  {0.1, u"0,1"},
-      {-0.25, u"-0,25"}, {0.0, u"0"},        {100000000000000.0, u"100000000000000"},
-      {0.00001, u"0,00001"}, {1e15, u"1e+15"}, {1.5e300, u"1,5e+300"},
+      {567.0, u"567"},       {567.5, u"567,5"}, {0.1, u"0,1"},
+      {-0.25, u"-0,25"},     {0.0, u"0"},       {100000000000000.0, u"100000000000000"},
+      {0.00001, u"0,00001"}, {1e15, u"1e+15"},  {1.5e300, u"1,5e+300"},
   };
   for (const auto& row : rows) {
     EXPECT_EQ(numberText(row.number, kFrench), row.text);

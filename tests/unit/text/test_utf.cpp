@@ -56,7 +56,8 @@ const Pair kIllFormed[] = {
 
 std::string randomBytes(std::mt19937& random) {
   // Mostly bytes that begin or go on with a sequence: they meet the borders.
-  const std::string likely = "\xC3\xA9\xE2\x82\xAC\xED\xA0\x80\xF0\x9F\x98\x80\xF4\x8F\xBF\xFF\xC0z";
+  const std::string likely =
+      "\xC3\xA9\xE2\x82\xAC\xED\xA0\x80\xF0\x9F\x98\x80\xF4\x8F\xBF\xFF\xC0z";
   std::string bytes(random() % 24, '\0');
   for (char& byte : bytes) {
     byte = random() % 4 == 0 ? static_cast<char>(random()) : likely[random() % likely.size()];

@@ -26,23 +26,22 @@ std::string bytesWith(Value Settings::*setting, const Value& value) {
 
 TEST(TavrolloctlConfig, ShowsEachSettingOnALine) {
   const Outcome run = runOn(bytesWith({.browser = 1,
-                                   .cookiesPath = u"/home/Łukasz/é/Cookies",
-                                   .pollInterval = 1500,
-                                   .shortcutPath = u"C:\\nav\\res_css\\js\\shortQrCode.js",
-                                   .scaleX = 600,
-                                   .scaleY = 550,
-                                   .notifications = 2,
-                                   .backupPath = u"E:\\é"}));
+                                       .cookiesPath = u"/home/Łukasz/é/Cookies",
+                                       .pollInterval = 1500,
+                                       .shortcutPath = u"C:\\nav\\res_css\\js\\shortQrCode.js",
+                                       .scaleX = 600,
+                                       .scaleY = 550,
+                                       .notifications = 2,
+                                       .backupPath = u"E:\\é"}));
   EXPECT_EQ(run.status, 0);
-  EXPECT_EQ(run.out,
-            "browser\t1\n"
-            "cookies\t/home/Łukasz/é/Cookies\n"
-            "interval\t1500\n"
-            "shortcuts\tC:\\nav\\res_css\\js\\shortQrCode.js\n"
-            "scaleX\t600\n"
-            "scaleY\t550\n"
-            "notifications\t2\n"
-            "backup\tE:\\é\n");
+  EXPECT_EQ(run.out, "browser\t1\n"
+                     "cookies\t/home/Łukasz/é/Cookies\n"
+                     "interval\t1500\n"
+                     "shortcuts\tC:\\nav\\res_css\\js\\shortQrCode.js\n"
+                     "scaleX\t600\n"
+                     "scaleY\t550\n"
+                     "notifications\t2\n"
+                     "backup\tE:\\é\n");
   EXPECT_EQ(run.err, "");
 }
 
@@ -53,9 +52,8 @@ TEST(TavrolloctlConfig, AppliesNoFallback) {
   settings.shortcutPath = u"nulle part";
   const Outcome run = runOn(bytesWith(settings));
   EXPECT_EQ(run.status, 0);
-  EXPECT_EQ(run.out,
-            "browser\t-7\ncookies\t\ninterval\t-1\nshortcuts\tnulle part\n"
-            "scaleX\t567\nscaleY\t567\nnotifications\t1\nbackup\t\n");
+  EXPECT_EQ(run.out, "browser\t-7\ncookies\t\ninterval\t-1\nshortcuts\tnulle part\n"
+                     "scaleX\t567\nscaleY\t567\nnotifications\t1\nbackup\t\n");
 }
 
 TEST(TavrolloctlConfig, ShowsOddValuesAsTheyStand) {
@@ -70,10 +68,9 @@ TEST(TavrolloctlConfig, ShowsOddValuesAsTheyStand) {
 
 TEST(TavrolloctlConfig, AFileThatDoesNotReadShowsNothingButOneSentence) {
   const std::string whole = bytesWith(&Settings::backupPath, Text(u"E:"));
-  const std::string rows[] = {"", whole.substr(0, whole.find("E:")),
-                              bytesWith(&Settings::cookiesPath, Text(u"a,b")),
-                              bytesWith(&Settings::notifications, std::int16_t{3}),
-                              bytesWith(&Settings::scaleX, 567.5)};
+  const std::string rows[] = {
+      "", whole.substr(0, whole.find("E:")), bytesWith(&Settings::cookiesPath, Text(u"a,b")),
+      bytesWith(&Settings::notifications, std::int16_t{3}), bytesWith(&Settings::scaleX, 567.5)};
   for (const std::string& bytes : rows) {
     const Scratch folder;
     const std::string path = argument(folder.text("config.cfg"));

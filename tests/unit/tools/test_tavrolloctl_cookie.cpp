@@ -58,8 +58,8 @@ TEST_F(TavrolloctlCookie, ShowsPositionHostAndValue) {
 }
 
 TEST_F(TavrolloctlCookie, BeginsNearTheGivenOffset) {
-  const std::string store = write(u"raw", "xx" + kName + "a_e-o-v_" + std::string(600, '.') + kName +
-                                              "b_e-o-v_");
+  const std::string store =
+      write(u"raw", "xx" + kName + "a_e-o-v_" + std::string(600, '.') + kName + "b_e-o-v_");
   EXPECT_EQ(run({store}).out, "position\t3\nhost\t-\nvalue\ta\n");
   EXPECT_EQ(run({store, "--offset", "500"}).out, "position\t625\nhost\t-\nvalue\tb\n");
   EXPECT_EQ(run({"--offset", "99999", store}).out, "position\t3\nhost\t-\nvalue\ta\n");
@@ -107,14 +107,15 @@ TEST_F(TavrolloctlCookie, AStoreThatCannotBeReadIsOneLine) {
   const Outcome noList = run({store, "--hosts", argument(folder_ / u"none")});
   EXPECT_EQ(noList.status, 2);
   EXPECT_EQ(noList.out, "");
-  EXPECT_EQ(noList.err,
-            "Le fichier " + argument(folder_ / u"none") + " ne peut pas être lu : Fichier introuvable.\n");
+  EXPECT_EQ(noList.err, "Le fichier " + argument(folder_ / u"none") +
+                            " ne peut pas être lu : Fichier introuvable.\n");
 }
 
 TEST_F(TavrolloctlCookie, SaysHowItIsUsed) {
   const Outcome help = run({"--help"});
   EXPECT_EQ(help.status, 0);
-  EXPECT_TRUE(help.out.starts_with("Usage : tavrolloctl cookie BASE [--offset N] [--hosts FICHIER]\n"));
+  EXPECT_TRUE(
+      help.out.starts_with("Usage : tavrolloctl cookie BASE [--offset N] [--hosts FICHIER]\n"));
   EXPECT_EQ(help.err, "");
 
   const std::string store = write(u"raw", "xx" + kName + "a_e-o-v_");

@@ -23,13 +23,12 @@ std::string bytesWith(std::int32_t freeId, std::vector<Shortcut> rows) {
 }  // namespace
 
 TEST(TavrolloctlShortcuts, ShowsFreeIdAndThenEachShortcut) {
-  const Outcome run = runOn(bytesWith(12, {{u"000000003", u"Été à Łódź", u"C:\\é.pdf"},
-                                       {u"000000007", u"", u"loc/home/Łukasz"}}));
+  const Outcome run = runOn(bytesWith(
+      12, {{u"000000003", u"Été à Łódź", u"C:\\é.pdf"}, {u"000000007", u"", u"loc/home/Łukasz"}}));
   EXPECT_EQ(run.status, 0);
-  EXPECT_EQ(run.out,
-            "FreeId\t12\n"
-            "000000003\tÉté à Łódź\tC:\\é.pdf\n"
-            "000000007\t\tloc/home/Łukasz\n");
+  EXPECT_EQ(run.out, "FreeId\t12\n"
+                     "000000003\tÉté à Łódź\tC:\\é.pdf\n"
+                     "000000007\t\tloc/home/Łukasz\n");
   EXPECT_EQ(run.err, "");
 }
 

@@ -1,0 +1,162 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Makes the pictures of docs/images/ from the real program in a real desktop:
+docs/make_pictures.py [--build FOLDER] [--scale N]. With a scale of 2 they show how everything
+looks on a fine screen; the committed ones are made with 1."""
+
+import argparse
+import os
+import subprocess
+import sys
+import time
+
+here = os.path.dirname(os.path.abspath(__file__))
+sys.path.insert(0, os.path.join(here, "..", "tests", "e2e"))
+
+from pages import Mouse, TeacherPage, wait_for_bridge  # noqa: E402
+from stage import DOCUMENTS, Stage  # noqa: E402
+
+
+class Pictures:
+    def __init__(self, stage, folder, scale):
+        self.stage = stage
+        self.folder = folder
+        self.scale = scale
+
+    def path(self, name):
+        return os.path.join(self.folder, name + ".png")
+
+    def page(self, name, address):
+        page = self.stage.firefox.page
+        if address:
+            self.stage.open_page(address)
+            time.sleep(1)
+        page.screenshot(self.path(name))
+
+    def screen(self, name, *crop):
+        """The whole screen, or what ImageMagick's options leave of it."""
+        self.stage.desktop.photograph(self.path(name))
+        if crop:
+            subprocess.run(["convert", self.path(name), *crop, "+repage", self.path(name)], check=True)
+
+    def xdotool(self, *words):
+        return self.stage.desktop.run("xdotool", *words)
+
+    def box(self, name):
+        """Waits for the only message box and takes its picture with its frame."""
+        deadline = time.monotonic() + 20
+        while time.monotonic() < deadline:
+            if "Tavrollo :" in self.stage.desktop.windows():
+                break
+            time.sleep(0.1)
+        time.sleep(0.5)
+        self.screen(name, "-gravity", "center", "-crop", f"{740 * self.scale}x{260 * self.scale}+0+0")
+
+    def start_boxes(self):
+        """Each box of the start, on an empty screen."""
+        companion, desktop = self.stage.companion, self.stage.desktop
+        os.remove(os.path.join(companion.folder, "config.cfg"))
+        companion.start(wait=False)
+        self.box("box-config")
+
+        second = desktop.start(os.path.abspath(companion._program), "--program-folder",
+                               companion.folder, name="second")
+        time.sleep(1.5)
+        desktop.run("xdotool", "search", "--name", "Lancements", "windowmove", "20", "30")
+        time.sleep(0.5)
+        self.screen("box-second", "-crop", f"{660 * self.scale}x{160 * self.scale}+0+0")
+        desktop.end(second)
+        companion.stop()
+
+        companion.configure("/nulle/part/cookies.sqlite")
+        companion.start(wait=False)
+        self.box("box-store")
+        companion.stop()
+
+        store = os.path.join(desktop.home, "cookies.sqlite")
+        with open(store, "wb"):
+            pass
+        companion.configure(store)
+        desktop.register("autre", "/bin/true %u", "text/html", "x-scheme-handler/http",
+                         "x-scheme-handler/https")
+        companion.start(wait=False)
+        self.box("box-browser")
+        companion.stop()
+
+    def splash(self):
+        time.sleep(3)
+        self.screen("splash", "-gravity", "center", "-crop", f"{520 * self.scale}x{340 * self.scale}+0+0")
+
+    def menu(self):
+        width, height = (int(n) for n in self.xdotool("getdisplaygeometry").split())
+        self.xdotool("mousemove", str(width - 14 * self.scale), str(height - 14 * self.scale))
+        self.xdotool("click", "1")
+        time.sleep(0.7)
+        crop = ("-gravity", "southeast", "-crop", f"{520 * self.scale}x{330 * self.scale}+0+0")
+        self.screen("menu", *crop)
+        self.xdotool("key", "Down")
+        self.xdotool("key", "Right")
+        time.sleep(0.7)
+        self.screen("menu-windows", *crop)
+        self.xdotool("key", "Escape")
+        self.xdotool("key", "Down")
+        self.xdotool("key", "Right")
+        time.sleep(0.7)
+        self.screen("menu-tavrollo", *crop)
+        for _ in range(5):
+            self.xdotool("key", "Down")
+        self.xdotool("key", "Escape")
+        self.xdotool("key", "Escape")
+
+
+def take(stage, folder, scale):
+    pictures = Pictures(stage, folder, scale)
+    stage.desktop.environment["QT_SCALE_FACTOR"] = str(scale)
+    stage.companion.start(wait=False)  # fills the program folder, then asks for its settings
+    time.sleep(2)
+    stage.companion.stop()
+    pictures.start_boxes()
+    stage.replace_browser()
+    stage.companion.start()
+    pictures.splash()
+    stage.companion.stop()
+    stage.companion.configure(stage.firefox.store, 600)
+
+    stage.desktop.set_default("firefox-esr.desktop", "text/html", "x-scheme-handler/http",
+                              "x-scheme-handler/https")
+    stage.firefox.start()
+    stage.companion.start()
+    page = stage.firefox.page
+    page.wait_for_tab("start.html")
+    wait_for_bridge(page)
+    pictures.page("start", None)
+
+    stage.companion.user_file("Élèves/plan d'été.pdf", DOCUMENTS["pdf"])
+    stage.open_page("index.html")
+    teacher = TeacherPage(page, Mouse(page))
+    teacher.choose_key("sésame 7")
+    teacher.open_document("user_datas/Élèves/plan d'été.pdf")
+    time.sleep(1.5)
+    pictures.screen("desktop")
+    pictures.page("page-prof", None)
+    time.sleep(8)  # until the notice has gone
+    pictures.menu()
+    pictures.page("page-eleve", "eleve.html")
+    pictures.page("aide", "aide.html")
+    pictures.page("init-cookie", "res_css/htm/init_cookie.html")
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("--build", default="build/release")
+    parser.add_argument("--scale", type=int, default=1)
+    parser.add_argument("--folder", default=os.path.join(here, "images"))
+    asked = parser.parse_args()
+    os.makedirs(asked.folder, exist_ok=True)
+    preferences = {"layout.css.devPixelsPerPx": str(asked.scale)}
+    with Stage(asked.build, interval=600, preferences=preferences) as stage:
+        take(stage, asked.folder, asked.scale)
+
+
+if __name__ == "__main__":
+    main()
