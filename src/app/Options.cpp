@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/Options.h"
 
+#include "platform/Version.h"
 #include "text/Utf.h"
 
 std::optional<Options> parseOptions(const std::vector<std::string>& arguments) {
@@ -9,11 +10,7 @@ std::optional<Options> parseOptions(const std::vector<std::string>& arguments) {
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     const std::string& argument = arguments[i];
     std::string folder;
-    if (argument == "--help") {
-      options.help = true;
-    } else if (argument == "--version") {
-      options.version = true;
-    } else if (argument == "--trace") {
+    if (argument == "--trace") {
       options.trace = true;
     } else if (argument == kFolder && i + 1 < arguments.size()) {
       folder = arguments[++i];
@@ -33,11 +30,19 @@ std::string usageText() {
   return "Usage : tavrollo [--program-folder DOSSIER] [--trace]\n"
          "        tavrollo --version | --help\n"
          "\n"
-         "Lance Tavrollo dans la zone de notification : les pages de l'application web ouvrent des\n"
-         "documents et lancent des programmes.\n"
+         "Lance Tavrollo dans la zone de notification : les pages de l'application web ouvrent\n"
+         "des documents et lancent des programmes.\n"
          "\n"
          "  --program-folder DOSSIER  le dossier des réglages et de l'application web\n"
          "                            (par défaut, celui du programme s'il en contient une, sinon\n"
          "                            ~/Tavrollo) ; rempli au premier lancement\n"
          "  --trace                   écrit aussi la trace sur la sortie d'erreur\n";
+}
+
+std::optional<std::string> textAskedFor(const std::vector<std::string>& arguments) {
+  for (const std::string& argument : arguments) {
+    if (argument == "--help") return usageText();
+    if (argument == "--version") return std::string("tavrollo ") + kVersionText + '\n';
+  }
+  return std::nullopt;
 }

@@ -11,12 +11,15 @@
 struct Options {
   std::optional<Text> programFolder;  // --program-folder DIR
   bool trace = false;                 // --trace: each trace line also goes to standard error
-  bool version = false;
-  bool help = false;
 };
 
-// `arguments` without the program's name. Nothing when they are not understood.
+// `arguments` without the program's name, without the toolkit's own options, and without those that
+// only ask for a text (textAskedFor). Nothing when they are not understood.
 std::optional<Options> parseOptions(const std::vector<std::string>& arguments);
 
-// The text of --help.
+// How the program is called.
 std::string usageText();
+
+// What --help and --version print, whatever stands beside them; nothing when neither is there. It
+// is asked before there is a display, which the toolkit's options need.
+std::optional<std::string> textAskedFor(const std::vector<std::string>& arguments);

@@ -4,13 +4,12 @@
 #include "app/DefaultBrowserCheck.h"
 #include "app/Relaunch.h"
 #include "app/StartUpBoxes.h"
+#include "app/WebPage.h"
 #include "config/ConfigBoxes.h"
 #include "config/ConfigFile.h"
 #include "config/ShortcutStore.h"
 #include "platform/Files.h"
-#include "platform/System.h"
 #include "text/Numbers.h"
-#include "text/Paths.h"
 
 namespace {
 
@@ -60,7 +59,7 @@ bool StartUp::InitVar() {
   to_.host.enableTimerFirstSearch();
 
   if (!checkDefaultBrowser(to_.browser, to_.questions)) return false;
-  openStartPage();
+  to_.shell.ShellExecute(webPageRequest(settings, u"res_css\\htm\\start.html"));
   to_.host.lockMenus(true);
   to_.host.MenuAbout_Click();
   return true;
@@ -87,11 +86,4 @@ void StartUp::checkShortcutPath() {
   if (FileExists(settings.shortcutPath)) return;
   settings.shortcutPath = defaultShortcutPath(to_.companion.programFolder);
   to_.questions.ask(shortcutPathInvalidBox(settings.shortcutPath));
-}
-
-void StartUp::openStartPage() {
-  const Text root = webApplicationRoot(to_.companion.settings.shortcutPath);
-  to_.shell.ShellExecute({.operation = u"open",
-                          .file = nativePath(root + u"res_css\\htm\\start.html"),
-                          .directory = startInFolder(currentFolder(), nativeSeparator())});
 }

@@ -50,7 +50,6 @@ class StartUp {
  private:
   bool readSettings();
   void checkShortcutPath();
-  void openStartPage();
 
   Parts to_;
 };

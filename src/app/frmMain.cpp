@@ -10,6 +10,7 @@
 #include "app/Guarded.h"
 #include "app/MenuCommands.h"
 #include "app/StartUpBoxes.h"
+#include "app/WebPage.h"
 #include "bridge/PageKey.h"
 #include "bridge/StateScript.h"
 #include "config/ShortcutStore.h"
@@ -53,12 +54,7 @@ frmMain::frmMain(Companion& companion, Shell& shell, Questions& questions, Defau
       trayHost_(
           trayManagerStands, [this] { trayAppeared(); }, [this] { noTray(); }),
       infos_(desktopNoticeFor(QGuiApplication::platformName())),
-      splash_(
-          [this] {
-            return SplashContents{kVersion, programModified(), companion_.locale,
-                                  companion_.settings.scaleX, companion_.settings.scaleY};
-          },
-          secondsSinceMidnight),
+      splash_([this] { return splashContents(); }, secondsSinceMidnight),
       reader_(companion.trace, [this] { pumpEvents(); }),
       actions_(actionSurroundings()),
       watcher_(companion.settings, reader_, actions_, companion.trace, *this),
@@ -112,6 +108,11 @@ void frmMain::MenuQuit_Click() {
 
 void frmMain::MenuAbout_Click() { splash_.start(); }
 
+SplashContents frmMain::splashContents() const {
+  return {kVersion, programModified(), companion_.locale, companion_.settings.scaleX,
+          companion_.settings.scaleY};
+}
+
 void frmMain::MenuParam_Click() {
   TimerCookies_.stop();
   companion_.trace.log(u"fenêtre absente de cette version : Paramètres");
@@ -129,10 +130,7 @@ void frmMain::menuWebUser_Click() { openPage(u"eleve.html"); }
 void frmMain::menuAide_Click() { openPage(u"aide.html"); }
 
 void frmMain::openPage(TextView name) {
-  const Text root = webApplicationRoot(companion_.settings.shortcutPath);
-  shell_.ShellExecute({.operation = u"open",
-                       .file = nativePath(root + Text(name)),
-                       .directory = startInFolder(currentFolder(), nativeSeparator())});
+  shell_.ShellExecute(webPageRequest(companion_.settings, name));
 }
 
 // --- The start ----------------------------------------------------------------------------------
@@ -140,8 +138,7 @@ void frmMain::openPage(TextView name) {
 void frmMain::addTrayIcon() { trayHost_.start(); }
 
 void frmMain::trayAppeared() {
-  trayIcon_ = std::make_unique<TrayIcon>(MenuIcon_,
-                                         tipText(kVersionMajor, kVersionMinor, kVersionRevision));
+  trayIcon_ = std::make_unique<TrayIcon>(MenuIcon_, tipText(kVersion), this);
   trayIcon_->ApplicIcone(0);
   menuWindow_.reset();
 }
@@ -169,20 +166,12 @@ void frmMain::searchCookieStore() {
 // --- The watcher --------------------------------------------------------------------------------
 
 void frmMain::TimerFirstSearch_Timer() {
-  try {
-    watcher_.primeLastCommand();
-  } catch (const std::exception& error) {
-    companion_.trace.log(u"erreur " + fromUtf8(error.what()));
-  }
+  inBackground(companion_.trace, [this] { watcher_.primeLastCommand(); });
   enableTimerCookies(true);
 }
 
 void frmMain::TimerCookies_Timer() {
-  try {
-    watcher_.tick();
-  } catch (const std::exception& error) {
-    companion_.trace.log(u"erreur " + fromUtf8(error.what()));
-  }
+  inBackground(companion_.trace, [this] { watcher_.tick(); });
 }
 
 void frmMain::pumpEvents() { QCoreApplication::processEvents(); }

@@ -68,6 +68,7 @@ class frmMain : public QWidget, public StartUp::Host, public CookieWatcher::Host
   void noTray();
   void menuChosen(TextView name);
   void openPage(TextView name);
+  SplashContents splashContents() const;
   void writeKey(const Text& key);
   CommandActions::Surroundings actionSurroundings();
 

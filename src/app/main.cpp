@@ -86,15 +86,9 @@ int run(QApplication& application, const Options& options, const TerminationRequ
 }  // namespace
 
 int main(int argc, char** argv) {
-  for (const std::string_view argument : std::vector<std::string_view>(argv + 1, argv + argc)) {
-    if (argument == "--help") {
-      std::cout << usageText();
-      return EXIT_SUCCESS;
-    }
-    if (argument == "--version") {
-      std::cout << "tavrollo " << kVersionText << '\n';
-      return EXIT_SUCCESS;
-    }
+  if (const std::optional<std::string> text = textAskedFor({argv + 1, argv + argc})) {
+    std::cout << *text;
+    return EXIT_SUCCESS;
   }
   const TerminationRequests termination;
   preferX11();

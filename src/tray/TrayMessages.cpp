@@ -3,11 +3,8 @@
 
 #include <cmath>
 
-#include "text/Numbers.h"
-
-Text tipText(int major, int minor, int revision) {
-  Text tip = u"Tavrollo V" + numberText(major) + u"." + numberText(minor) + u"." +
-             numberText(revision);
+Text tipText(const ProgramVersion& version) {
+  Text tip = u"Tavrollo " + versionText(version);
   tip.resize(kTipLength, u' ');
   return tip;
 }

@@ -75,7 +75,8 @@ void keepLines(QMessageBox& window) {
   auto* grid = qobject_cast<QGridLayout*>(window.layout());
   if (!grid) return;
   const int lines = window.fontMetrics().size(0, window.text()).width();
-  const int picture = 2 * window.style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, &window);
+  const int picture =
+      2 * window.style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, &window);
   const int width = std::min(lines + picture, window.screen()->availableSize().width() * 3 / 4);
   grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
 }
@@ -105,5 +106,6 @@ Answer MessageBoxQuestions::ask(const Box& box) {
   for (const Answer answer : answersOf(box.buttons)) {
     if (kindOf(answer).button == pressed) return answer;
   }
-  return box.buttons == BoxButtons::Ok ? Answer::Ok : Answer::Cancel;
+  // Closed from outside: the last button is the one that does least.
+  return answersOf(box.buttons).back();
 }

@@ -2,16 +2,25 @@
 // The main window with its real timers, on a real program folder and a store that the test writes.
 #include <QEventLoop>
 #include <QLabel>
+#include <QSignalSpy>
+#include <QSystemTrayIcon>
 #include <QTimer>
 #include <algorithm>
 
 #include "app/StartUpBoxes.h"
 #include "app/frmMain.h"
 #include "config/ConfigFile.h"
+#include "platform/Files.h"
+#include "platform/System.h"
+#include "platform/Version.h"
+#include "platform/qt/QtText.h"
 #include "support/Doubles.h"
 #include "support/Scratch.h"
 #include "text/Paths.h"
+#include "tray/TrayManager.h"
+#include "ui/Trayer.h"
 #include "ui/UiMain.h"
+#include "windows/SplashTexts.h"
 
 namespace {
 
@@ -58,6 +67,14 @@ class frmMainTest : public testing::Test {
     journal.clear();
   }
 
+  // The program's window called `name`, when it is on the screen.
+  static QWidget* window(const char* name) {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+      if (window->objectName() == QLatin1String(name) && window->isVisible()) return window;
+    }
+    return nullptr;
+  }
+
   QTimer& timer(const char* name) {
     auto* found = main->findChild<QTimer*>(QString::fromLatin1(name));
     if (!found) throw std::runtime_error(std::string("no timer called ") + name);
@@ -68,8 +85,11 @@ class frmMainTest : public testing::Test {
 
   void give(const std::string& value) { folder.write("cookies.sqlite", store(value)); }
 
+  bool happened(const std::string& what) const {
+    return std::find(journal.begin(), journal.end(), what) != journal.end();
+  }
   bool comes(const std::string& what) {
-    return waitUntil([&] { return std::find(journal.begin(), journal.end(), what) != journal.end(); });
+    return waitUntil([&] { return happened(what); });
   }
 
   bool traced(TextView line) {
@@ -121,6 +141,27 @@ TEST_F(frmMainTest, TheFirstSearchComesThreeSecondsAfterTheStartAndOnce) {
   EXPECT_FALSE(watching());
 }
 
+TEST_F(frmMainTest, ACommandGivenBeforeTheFirstSearchIsNotRun) {
+  main = std::make_unique<frmMain>(companion, shell, questions, browser);
+  ASSERT_TRUE(main->Form_Load(true));
+  give("notepad_|_/trop tot_|_");
+  timer("TimerFirstSearch").start(20);
+  QSignalSpy ticks(&timer("TimerCookies"), &QTimer::timeout);
+  ASSERT_TRUE(waitUntil([&] { return ticks.count() >= 3; }));
+  give("notepad_|_/nouveau_|_");
+  ASSERT_TRUE(comes("start notepad /nouveau"));
+  EXPECT_FALSE(happened("start notepad /trop tot"));
+}
+
+TEST_F(frmMainTest, TheStartLeavesTheNoticeWaitingAndTheMenuWithItsBitmaps) {
+  start();
+  QWidget* notice = window("frmInfos");
+  ASSERT_TRUE(notice);
+  EXPECT_GT(notice->y(), notice->screen()->geometry().bottom());
+  EXPECT_FALSE(entry("MenuQuit").icon().isNull());
+  EXPECT_FALSE(entry("MenuRegEdit").icon().isNull());
+}
+
 TEST_F(frmMainTest, WatchesAtTheIntervalOfTheSettings) {
   start();
   EXPECT_EQ(timer("TimerCookies").interval(), 20);
@@ -128,12 +169,17 @@ TEST_F(frmMainTest, WatchesAtTheIntervalOfTheSettings) {
 
 TEST_F(frmMainTest, AHandledValueIsToldToThePages) {
   start();
-  give("shellexe_|_/a_|_n\xC3\xB0""1");
+  give("shellexe_|_/a_|_n\xC3\xB0"
+       "1");
   ASSERT_TRUE(comes("execute /a"));
-  ASSERT_TRUE(waitUntil([this] { return std::filesystem::exists(folder.path("nav/res_css/js/etat.js")); }));
+  const std::string file = folder.path("nav/res_css/js/etat.js");
+  ASSERT_TRUE(waitUntil([&] { return std::filesystem::exists(file); }));
   const std::string state = folder.read("nav/res_css/js/etat.js");
   EXPECT_EQ(state.rfind("var tavrolloEtat={\"compteur\":1,\"dernier\":\"n\\u00f01\","
-                        "\"intervalle\":20,\"version\":\"", 0), 0u) << state;
+                        "\"intervalle\":20,\"version\":\"",
+                        0),
+            0u)
+      << state;
 }
 
 TEST_F(frmMainTest, TheNoticeShowsTheMessage) {
@@ -202,6 +248,20 @@ TEST_F(frmMainTest, QuitAsksAndOnlyNoKeepsTheProgram) {
   EXPECT_TRUE(watching());
 }
 
+TEST_F(frmMainTest, QuitWithYesSavesTheOffsetAndEndsTheProgramAtOnce) {
+  start();
+  std::filesystem::remove(folder.path("offsetCookie.dat"));
+  questions.answers = {Answer::Yes};
+  EXPECT_EXIT(entry("MenuQuit").trigger(), testing::ExitedWithCode(0), "");
+  EXPECT_EQ(folder.read("offsetCookie.dat"), "5\r\n");
+}
+
+TEST_F(frmMainTest, TheSettingsStopTheWatching) {
+  start();
+  main->MenuParam_Click();
+  EXPECT_FALSE(watching());
+}
+
 TEST_F(frmMainTest, TheDebugMonitorOpensOnceAndShowsTheTraceOfTheWholeRun) {
   start();
   give("notepad_|_/a_|_");
@@ -219,23 +279,28 @@ TEST_F(frmMainTest, TheDebugMonitorOpensOnceAndShowsTheTraceOfTheWholeRun) {
 
 TEST_F(frmMainTest, AboutShowsTheSplash) {
   start();
-  const auto splash = []() -> QWidget* {
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-      if (window->objectName() == QStringLiteral("frmSplash") && window->isVisible()) return window;
-    }
-    return nullptr;
-  };
-  ASSERT_TRUE(waitUntil([&] { return !splash(); }, 10000));
+  ASSERT_TRUE(waitUntil([&] { return !window("frmSplash"); }, 10000));
   entry("MenuAbout").trigger();
-  EXPECT_TRUE(waitUntil([&] { return splash() != nullptr; }));
+  ASSERT_TRUE(waitUntil([&] { return window("frmSplash") != nullptr; }));
+
+  const std::optional<FileStamp> program = fileStamp(executablePath());
+  ASSERT_TRUE(program);
+  const auto written = static_cast<std::time_t>(program->modified / 1'000'000'000);
+  EXPECT_EQ(control<QLabel>(*window("frmSplash"), "lblVersion").text(),
+            QStringLiteral("V") + QLatin1String(kVersionText));
+  EXPECT_EQ(control<QLabel>(*window("frmSplash"), "lblYear").text(),
+            toQt(revisionDateText(written, frenchLocale())));
 }
 
 TEST_F(frmMainTest, TheMenuOpensThePages) {
   start();
   entry("menuWebUser").trigger();
   entry("menuAide").trigger();
+  main->lockMenus(false);
+  entry("MenuWebAdmin").trigger();
   EXPECT_EQ(journal, Journal({"execute " + folder.path("nav/eleve.html"),
-                              "execute " + folder.path("nav/aide.html")}));
+                              "execute " + folder.path("nav/aide.html"),
+                              "execute " + folder.path("nav/index.html")}));
 }
 
 TEST_F(frmMainTest, AnEntryUnlockedAheadOfItsCommandOnlyLeavesALine) {
@@ -252,4 +317,22 @@ TEST_F(frmMainTest, AFailureInAHandlerBecomesABox) {
   shell.throws = "panne";
   entry("menuAide").trigger();
   EXPECT_EQ(questions.boxes.back(), errorBox(u"menuAide_Click", u"panne"));
+}
+
+// The last case: from then on the toolkit knows a tray.
+TEST_F(frmMainTest, ATrayThatComesLateGetsTheIconAndTheWindowGoes) {
+  start();
+  ASSERT_TRUE(waitUntil([] { return window("MenuWindow") != nullptr; }, 10000));
+  const Trayer trayer;
+  ASSERT_TRUE(waitUntil(trayManagerStands));
+  ASSERT_TRUE(waitUntil([] { return window("MenuWindow") == nullptr; }, 10000));
+
+  auto* icon = main->findChild<QSystemTrayIcon*>(QStringLiteral("trayIcon"));
+  ASSERT_TRUE(icon);
+  EXPECT_TRUE(icon->isVisible());
+  EXPECT_EQ(icon->toolTip(), QStringLiteral("Tavrollo V") + QLatin1String(kVersionText));
+  EXPECT_FALSE(timer("TimerIcon").isActive());
+  give("notepad_|_/a_|_");
+  ASSERT_TRUE(comes("start notepad /a"));
+  EXPECT_TRUE(timer("TimerIcon").isActive());
 }

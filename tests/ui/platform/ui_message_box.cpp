@@ -46,7 +46,8 @@ void closeAnyway(QMessageBox& window) { window.done(QMessageBox::NoButton); }
 }  // namespace
 
 TEST(MessageBox, ShowsTitleTextAndIconWithEveryKindOfLineBreak) {
-  const Box box{.title = u"Tavrollo : essai", .text = u"un\r\ndeux\rtrois\nquatre é",
+  const Box box{.title = u"Tavrollo : essai",
+                .text = u"un\r\ndeux\rtrois\nquatre é",
                 .icon = BoxIcon::Critical};
   answerTo(box, [](QMessageBox& window) {
     EXPECT_EQ(window.windowTitle(), QStringLiteral("Tavrollo : essai"));
@@ -96,17 +97,17 @@ TEST(MessageBox, EveryButtonGivesItsAnswer) {
 }
 
 TEST(MessageBox, HasTheButtonsAskedForAndNoOther) {
-  answerTo({.title = u"t", .text = u"x", .buttons = BoxButtons::YesNoCancel},
-           [](QMessageBox& window) {
-             EXPECT_EQ(captions(window), QStringList({QStringLiteral("Annuler"),
-                                                      QStringLiteral("Non"), QStringLiteral("Oui")}));
-             closeAnyway(window);
-           });
+  answerTo(
+      {.title = u"t", .text = u"x", .buttons = BoxButtons::YesNoCancel}, [](QMessageBox& window) {
+        EXPECT_EQ(captions(window), QStringList({QStringLiteral("Annuler"), QStringLiteral("Non"),
+                                                 QStringLiteral("Oui")}));
+        closeAnyway(window);
+      });
 }
 
 TEST(MessageBox, EnterPressesTheDefaultButton) {
-  const Box box{.title = u"t", .text = u"x", .buttons = BoxButtons::YesNo,
-                .defaultAnswer = Answer::No};
+  const Box box{
+      .title = u"t", .text = u"x", .buttons = BoxButtons::YesNo, .defaultAnswer = Answer::No};
   EXPECT_EQ(answerTo(box, [](QMessageBox& window) { QTest::keyClick(&window, Qt::Key_Return); }),
             Answer::No);
 }
@@ -120,9 +121,22 @@ TEST(MessageBox, EscapeIsCancelWhereThereIsOne) {
   EXPECT_EQ(answerTo({.title = u"t", .text = u"x"}, escape), Answer::Ok);
 }
 
+TEST(MessageBox, ABoxThatIsClosedFromOutsideAnswersWithItsLastButton) {
+  struct Row {
+    BoxButtons buttons;
+    Answer answer;
+  };
+  for (const Row& row :
+       {Row{BoxButtons::Ok, Answer::Ok}, Row{BoxButtons::OkCancel, Answer::Cancel},
+        Row{BoxButtons::YesNo, Answer::No}, Row{BoxButtons::YesNoCancel, Answer::Cancel}}) {
+    EXPECT_EQ(answerTo({.title = u"t", .text = u"x", .buttons = row.buttons}, closeAnyway),
+              row.answer);
+  }
+}
+
 TEST(MessageBox, AYesNoBoxIsLeftByItsButtonsAlone) {
-  const Box box{.title = u"t", .text = u"x", .buttons = BoxButtons::YesNo,
-                .defaultAnswer = Answer::Yes};
+  const Box box{
+      .title = u"t", .text = u"x", .buttons = BoxButtons::YesNo, .defaultAnswer = Answer::Yes};
   const Answer answer = answerTo(box, [](QMessageBox& window) {
     QTest::keyClick(&window, Qt::Key_Escape);
     EXPECT_TRUE(window.isVisible());

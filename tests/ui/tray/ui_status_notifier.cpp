@@ -92,7 +92,8 @@ TEST(StatusNotifier, AWatcherWithoutAHostIsNoTray) {
 TEST(StatusNotifier, AHostThatAppearsIsNoticedBeforeTheNextPoll) {
   Desktop desktop;
   int found = 0;
-  TrayHost host(trayManagerStands, [&] { ++found; }, [] {});
+  TrayHost host(
+      trayManagerStands, [&] { ++found; }, [] {});
   host.start();
   ASSERT_EQ(found, 0);
   desktop.watcher.hosted = true;
@@ -104,7 +105,8 @@ TEST(StatusNotifier, AHostThatRegistersWithAWatcherIsNoticedBeforeTheNextPoll) {
   Desktop desktop;
   ASSERT_TRUE(desktop.appear());
   int found = 0;
-  TrayHost host(trayManagerStands, [&] { ++found; }, [] {});
+  TrayHost host(
+      trayManagerStands, [&] { ++found; }, [] {});
   host.start();
   ASSERT_EQ(found, 0);
   desktop.watcher.hosted = true;
@@ -117,7 +119,7 @@ TEST(StatusNotifier, IconRegistersAndItsActivationPopsTheMenuUp) {
   desktop.watcher.hosted = true;
   ASSERT_TRUE(desktop.appear());
   TrayMenu menu({}, [](TextView) {});
-  TrayIcon icon(menu, tipText(1, 0, 0));
+  TrayIcon icon(menu, tipText({1, 0, 0}));
   icon.ApplicIcone(0);
   ASSERT_TRUE(waitUntil([&] { return !desktop.watcher.item().isEmpty(); }));
 
@@ -137,7 +139,7 @@ TEST(StatusNotifier, AMenuHandedToTheTrayIsExported) {
   desktop.watcher.hosted = true;
   ASSERT_TRUE(desktop.appear());
   TrayMenu menu({}, [](TextView) {});
-  TrayIcon icon(menu, tipText(1, 0, 0));
+  TrayIcon icon(menu, tipText({1, 0, 0}));
   icon.letTrayShowMenu();
   desktop.watcher.RegisterStatusNotifierItem(QString());
   icon.ApplicIcone(0);

@@ -13,36 +13,16 @@
 #include "tray/TrayManager.h"
 #include "tray/TrayMenu.h"
 #include "tray/TrayMessages.h"
+#include "ui/Trayer.h"
 #include "ui/UiMain.h"
 
 namespace {
-
-// A real tray of the old kind, for as long as this lives.
-class Trayer {
- public:
-  Trayer() { start(); }
-  ~Trayer() { stop(); }
-
-  void start() {
-    process_.start(QStringLiteral("trayer"),
-                   {QStringLiteral("--edge"), QStringLiteral("bottom"), QStringLiteral("--align"),
-                    QStringLiteral("right"), QStringLiteral("--height"), QStringLiteral("28"),
-                    QStringLiteral("--SetDockType"), QStringLiteral("true")});
-  }
-  void stop() {
-    process_.terminate();
-    process_.waitForFinished();
-  }
-
- private:
-  QProcess process_;
-};
 
 // The tray icon with its menu in a running trayer.
 struct Tray {
   Tray() {
     up = waitUntil(trayManagerStands);
-    icon = std::make_unique<TrayIcon>(menu, tipText(1, 4, 67));
+    icon = std::make_unique<TrayIcon>(menu, tipText({1, 4, 67}));
     system = icon->findChild<QSystemTrayIcon*>(QStringLiteral("trayIcon"));
     timer = icon->findChild<QTimer*>(QStringLiteral("TimerIcon"));
   }
@@ -77,12 +57,13 @@ TEST(TrayHost, SaysOnceThatThereIsNoTray) {
   int found = 0;
   TrayMenu menu({}, [](TextView) {});
   std::unique_ptr<MenuWindow> window;
-  TrayHost host(trayManagerStands, [&] { ++found; },
-                [&] {
-                  ++none;
-                  window = std::make_unique<MenuWindow>(menu);
-                  window->show();
-                });
+  TrayHost host(
+      trayManagerStands, [&] { ++found; },
+      [&] {
+        ++none;
+        window = std::make_unique<MenuWindow>(menu);
+        window->show();
+      });
   host.start();
   EXPECT_EQ(none, 0);
   ASSERT_TRUE(waitUntil([&] { return none > 0; }, 10000));
@@ -95,7 +76,8 @@ TEST(TrayHost, FindsATrayThatStartsLater) {
   ASSERT_FALSE(trayManagerStands());
   int none = 0;
   int found = 0;
-  TrayHost host(trayManagerStands, [&] { ++found; }, [&] { ++none; });
+  TrayHost host(
+      trayManagerStands, [&] { ++found; }, [&] { ++none; });
   host.start();
   EXPECT_EQ(found, 0);
   const Trayer trayer;
@@ -120,7 +102,8 @@ TEST(TrayHost, FindsAtOnceTheTrayThatIsThere) {
   const Trayer trayer;
   ASSERT_TRUE(waitUntil(trayManagerStands));
   int found = 0;
-  TrayHost host(trayManagerStands, [&] { ++found; }, [] {});
+  TrayHost host(
+      trayManagerStands, [&] { ++found; }, [] {});
   host.start();
   EXPECT_EQ(found, 1);
   host.look();
@@ -227,8 +210,7 @@ TEST(TrayIcon, AnimationRunsThroughItsFramesAndFrame0EndsIt) {
     pictures.push_back(QIcon(file).pixmap(16, 16).toImage());
   }
   std::vector<QImage> seen;
-  QObject::connect(tray.timer, &QTimer::timeout, tray.timer,
-                   [&] { seen.push_back(tray.shown()); });
+  QObject::connect(tray.timer, &QTimer::timeout, tray.timer, [&] { seen.push_back(tray.shown()); });
   tray.icon->animate(5);
   ASSERT_TRUE(waitUntil([&] { return seen.size() >= 5; }));
   for (std::size_t i = 0; i < 5; ++i) EXPECT_EQ(seen[i], pictures[5 + i % 4]);

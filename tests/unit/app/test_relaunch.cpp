@@ -11,6 +11,7 @@ TEST(Relaunch, NamesTheProgramATabAndItsPath) {
   EXPECT_EQ(request.operation, u"");
   EXPECT_EQ(request.file, nativePath(u"/opt/tavrollo/bin/reload"));
   EXPECT_EQ(request.parameters, u"tavrollo\t" + nativePath(u"/opt/tavrollo/bin/tavrollo"));
+  EXPECT_EQ(request.directory, nativePath(u"/opt/tavrollo/bin/"));
   EXPECT_EQ(request.show, ShowState::Normal);
 }
 

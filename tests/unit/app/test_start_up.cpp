@@ -13,6 +13,7 @@
 #include "support/Doubles.h"
 #include "support/Scratch.h"
 #include "text/Paths.h"
+#include "unit/bridge/BrowserStore.h"
 
 namespace {
 
@@ -173,7 +174,7 @@ TEST_F(StartUpTest, WithoutAConfigurationYesSearchesAndStopsThere) {
 
 TEST_F(StartUpTest, AConfigurationThatEndsEarlyKeepsWhatWasRead) {
   const std::string whole = scratch.read("config.cfg");
-  scratch.write("config.cfg", whole.substr(0, whole.find("750")));
+  scratch.write("config.cfg", whole.substr(0, whole.find("\n750\r") + 1));
   questions.answers = {Answer::Yes};
   EXPECT_TRUE(load());
   EXPECT_EQ(companion.settings.cookiesPath, cookiesPath);
@@ -192,6 +193,69 @@ TEST_F(StartUpTest, AMissingShortcutTableFallsBackToTheDefaultPathWithABox) {
   EXPECT_EQ(questions.boxes.at(0), shortcutPathInvalidBox(standard));
   EXPECT_EQ(companion.settings.shortcutPath, standard);
   EXPECT_EQ(scratch.read("config.cfg"), before);
+}
+
+TEST_F(StartUpTest, AFolderIsNoShortcutTable) {
+  const Text standard = shortcutPath;
+  shortcutPath = scratch.text("nav/res_css/js");
+  writeConfig();
+  questions.answers = {Answer::Ok};
+  EXPECT_TRUE(load());
+  EXPECT_EQ(questions.boxes, std::vector<Box>{shortcutPathInvalidBox(standard)});
+  EXPECT_EQ(companion.settings.shortcutPath, standard);
+}
+
+TEST_F(StartUpTest, AFolderIsNoCookieStore) {
+  cookiesPath = scratch.text("nav");
+  writeConfig();
+  questions.answers = {Answer::No};
+  EXPECT_FALSE(load());
+  EXPECT_EQ(questions.boxes, std::vector<Box>{cookieStoreInaccessibleBox(cookiesPath)});
+}
+
+TEST_F(StartUpTest, TheHostsThatTheUserListedMayGiveCommands) {
+  for (const bool listed : {false, true}) {
+    cookiesPath = scratch.text(listed ? "listed.sqlite" : "foreign.sqlite");
+    writeConfig();
+    FirefoxStore store(cookiesPath);
+    store.setCommand("notepad_|_x_|_", "ecole.example");
+    if (listed) scratch.write("hotes_autorises.txt", "ecole.example\r\n");
+    EXPECT_TRUE(startUp.InitVar());
+    EXPECT_EQ(reader.Extract(cookiesPath), listed ? u"notepad_|_x_|_" : u"");
+  }
+}
+
+TEST_F(StartUpTest, TheMissingTableIsToldOfBeforeALaterItemFails) {
+  const Text standard = shortcutPath;
+  shortcutPath = scratch.text("nulle/part/shortQrCode.js");
+  writeConfig();
+  const std::string whole = scratch.read("config.cfg");
+  scratch.write("config.cfg", whole.substr(0, whole.find("\n567\r") + 1));
+  questions.answers = {Answer::Ok, Answer::No};
+  EXPECT_FALSE(load());
+  EXPECT_EQ(questions.boxes,
+            (std::vector<Box>{shortcutPathInvalidBox(standard), configUnreadableBox()}));
+}
+
+TEST_F(StartUpTest, ReadingAgainBeginsWithTheDefaultTableAndScales) {
+  load();
+  companion.settings.shortcutPath = u"/ailleurs/shortQrCode.js";
+  companion.settings.scaleX = companion.settings.scaleY = 1;
+  std::filesystem::remove(scratch.path("config.cfg"));
+  questions.answers = {Answer::Yes};
+  EXPECT_TRUE(startUp.InitVar());
+  EXPECT_EQ(companion.settings.shortcutPath, shortcutPath);
+  EXPECT_EQ(companion.settings.scaleX, 567.0);
+  EXPECT_EQ(companion.settings.scaleY, 567.0);
+  EXPECT_EQ(companion.settings.cookiesPath, cookiesPath);
+}
+
+TEST_F(StartUpTest, TheStoreAsItStandsCountsAsSeen) {
+  scratch.write("cookies.sqlite", "xxTavr1CodeToExeshellexe_|_/vieux_|__e-o-v_");
+  load();
+  journal.clear();
+  watcher.tick();
+  EXPECT_EQ(journal, Journal({"pump"}));
 }
 
 TEST_F(StartUpTest, InstallsTheExampleTableOnFirstUse) {

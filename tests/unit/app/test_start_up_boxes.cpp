@@ -13,6 +13,7 @@ TEST(StartUpBoxes, AlreadyRunning) {
             u"l'icône de la barre de tâches a disparu)");
   EXPECT_EQ(box.icon, BoxIcon::Question);
   EXPECT_EQ(box.buttons, BoxButtons::YesNo);
+  EXPECT_EQ(box.defaultAnswer, Answer::Yes);
 }
 
 TEST(StartUpBoxes, FirefoxDefaultJoinsItsLastTwoSentences) {
@@ -25,6 +26,7 @@ TEST(StartUpBoxes, FirefoxDefaultJoinsItsLastTwoSentences) {
             u"Annuler pour Quitter le programme Tavrollo)");
   EXPECT_EQ(box.icon, BoxIcon::Exclamation);
   EXPECT_EQ(box.buttons, BoxButtons::YesNoCancel);
+  EXPECT_EQ(box.defaultAnswer, Answer::Yes);
 }
 
 TEST(StartUpBoxes, QuitBreaksItsLinesWithCarriageReturnsAndProposesNo) {
@@ -36,6 +38,16 @@ TEST(StartUpBoxes, QuitBreaksItsLinesWithCarriageReturnsAndProposesNo) {
   EXPECT_EQ(box.icon, BoxIcon::Exclamation);
   EXPECT_EQ(box.buttons, BoxButtons::YesNo);
   EXPECT_EQ(box.defaultAnswer, Answer::No);
+}
+
+TEST(StartUpBoxes, NoTraySaysWhereTheMenuIs) {
+  const Box box = noTrayBox();
+  EXPECT_EQ(box.title, u"Tavrollo : zone de notification");
+  EXPECT_EQ(box.text,
+            u"Ce bureau n'a pas de zone de notification : l'icône de Tavrollo ne peut pas s'y "
+            u"afficher.\r\n\r\nLe menu de Tavrollo se trouve dans une petite fenêtre.");
+  EXPECT_EQ(box.icon, BoxIcon::Information);
+  EXPECT_EQ(box.buttons, BoxButtons::Ok);
 }
 
 }  // namespace

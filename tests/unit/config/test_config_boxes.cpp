@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "config/FirefoxProbe.h"
+#include "support/Doubles.h"
 
 namespace {
 
@@ -63,5 +64,18 @@ TEST(ConfigBoxes, AreExactToTheCharacter) {
     EXPECT_EQ(row.box.icon, row.icon);
     EXPECT_EQ(row.box.buttons, row.buttons);
     EXPECT_EQ(row.box.defaultAnswer, row.defaultAnswer);
+  }
+}
+
+TEST(FirefoxProbe, AsksForTheApplicationAndShowsWhetherItExists) {
+  for (const bool installed : {true, false}) {
+    Journal journal;
+    FakeBrowser browser(journal);
+    ScriptedQuestions questions(journal);
+    questions.answers = {Answer::Ok};
+    if (installed) browser.values[Text(kFirefoxApplication)] = u"firefox.desktop";
+    probeFirefox(browser, questions);
+    EXPECT_EQ(journal.at(0), "read HKEY_CLASSES_ROOT\\Applications\\firefox.exe\\\\");
+    EXPECT_EQ(questions.boxes, std::vector<Box>{firefoxProbeBox(installed)});
   }
 }

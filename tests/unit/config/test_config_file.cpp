@@ -6,8 +6,8 @@
 #include <limits>
 #include <random>
 
+#include "support/Scratch.h"
 #include "text/Split.h"
-#include "unit/config/TestFolder.h"
 
 namespace {
 
@@ -300,17 +300,17 @@ TEST(ConfigFile, ReadingBeginsWithTheDefaultTableAndScales) {
 }
 
 TEST(ConfigFile, IsWrittenInTheProgramFolderAndOverAnOlderOne) {
-  const TestFolder folder;
-  EXPECT_EQ(configPath(folder.text()), folder / u"config.cfg");
-  writeBytes(folder / u"config.cfg", std::string(5000, 'x'));
+  const Scratch folder;
+  EXPECT_EQ(configPath(folder.text()), folder.text("config.cfg"));
+  writeBytes(folder.text("config.cfg"), std::string(5000, 'x'));
   EXPECT_FALSE(RecConfig(folder.text(), someSettings(), kFrench));
-  EXPECT_EQ(bytesOf(folder / u"config.cfg"), kSomeBytes);
+  EXPECT_EQ(bytesOf(folder.text("config.cfg")), kSomeBytes);
   EXPECT_EQ(folder.entries(), 1u);
 }
 
 TEST(ConfigFile, AProgramFolderThatIsMissingIsAFailure) {
-  const TestFolder folder;
-  EXPECT_TRUE(RecConfig(folder / u"manquant", someSettings(), kFrench));
+  const Scratch folder;
+  EXPECT_TRUE(RecConfig(folder.text("manquant"), someSettings(), kFrench));
   EXPECT_EQ(folder.entries(), 0u);
 }
 

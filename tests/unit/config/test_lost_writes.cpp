@@ -11,8 +11,8 @@
 #include "config/ConfigFile.h"
 #include "config/ShortcutFile.h"
 #include "config/ShortcutStore.h"
-#include "unit/config/TestFolder.h"
-#include "unit/config/TestQuestions.h"
+#include "support/Doubles.h"
+#include "support/Scratch.h"
 
 namespace {
 
@@ -29,7 +29,7 @@ void onAFullDisk(const std::function<void()>& action) {
 
 // Runs `action` while `folder` may be read but not written. The superuser may always write, so it
 // becomes nobody for that time.
-void inAReadOnlyFolder(const TestFolder& folder, const std::function<void()>& action) {
+void inAReadOnlyFolder(const Scratch& folder, const std::function<void()>& action) {
   constexpr uid_t kNobody = 65534;
   std::filesystem::permissions(folder.path(), std::filesystem::perms(0555));
   const uid_t user = geteuid();
@@ -41,35 +41,37 @@ void inAReadOnlyFolder(const TestFolder& folder, const std::function<void()>& ac
 
 // Whether the old config.cfg and table are left whole, and alone, after both were written in `way`.
 void expectOldFilesAfterWriting(
-    const std::function<void(const TestFolder&, const std::function<void()>&)>& way) {
-  const TestFolder folder;
-  writeBytes(folder / u"config.cfg", "l'ancien");
-  writeBytes(folder / u"table.js", "l'ancienne");
+    const std::function<void(const Scratch&, const std::function<void()>&)>& way) {
+  const Scratch folder;
+  writeBytes(folder.text("config.cfg"), "l'ancien");
+  writeBytes(folder.text("table.js"), "l'ancienne");
   Settings settings;
-  settings.shortcutPath = folder / u"table.js";
+  settings.shortcutPath = folder.text("table.js");
   ShortcutTable table;
   table.load(1, {{u"000000000", u"nom", u"adresse"}});
-  TestQuestions questions;
+  Journal journal;
+  ScriptedQuestions questions(journal);
+  questions.answers = {Answer::Ok};
 
   way(folder, [&] {
     EXPECT_TRUE(RecConfig(folder.text(), settings, frenchLocale()));
     EXPECT_FALSE(RecShortQrCode(settings, table, questions));
   });
-  EXPECT_EQ(questions.shown, std::vector<Box>{shortcutsWriteFailedBox()});
-  EXPECT_EQ(bytesOf(folder / u"config.cfg"), "l'ancien");
-  EXPECT_EQ(bytesOf(folder / u"table.js"), "l'ancienne");
+  EXPECT_EQ(questions.boxes, std::vector<Box>{shortcutsWriteFailedBox()});
+  EXPECT_EQ(bytesOf(folder.text("config.cfg")), "l'ancien");
+  EXPECT_EQ(bytesOf(folder.text("table.js")), "l'ancienne");
   EXPECT_EQ(folder.entries(), 2u);
 
   // Where nothing stands in the way any more, the same call works.
   EXPECT_FALSE(RecConfig(folder.text(), settings, frenchLocale()));
-  EXPECT_EQ(bytesOf(folder / u"config.cfg"), configBytes(settings, frenchLocale()));
+  EXPECT_EQ(bytesOf(folder.text("config.cfg")), configBytes(settings, frenchLocale()));
 }
 
 }  // namespace
 
 TEST(LostWrites, AFullDiskLeavesTheOldFilesWhole) {
   expectOldFilesAfterWriting(
-      [](const TestFolder&, const std::function<void()>& action) { onAFullDisk(action); });
+      [](const Scratch&, const std::function<void()>& action) { onAFullDisk(action); });
 }
 
 TEST(LostWrites, AReadOnlyFolderLeavesTheOldFilesWhole) {
@@ -77,18 +79,20 @@ TEST(LostWrites, AReadOnlyFolderLeavesTheOldFilesWhole) {
 }
 
 TEST(LostWrites, ATableThatMayNotBeReadLeadsToTheQuestion) {
-  const TestFolder folder;
+  const Scratch folder;
   Settings settings;
-  settings.shortcutPath = folder / u"table.js";
+  settings.shortcutPath = folder.text("table.js");
   ShortcutTable written;
   written.load(0, {});
   writeBytes(settings.shortcutPath, shortcutBytes(written));
   std::filesystem::permissions(toPath(settings.shortcutPath), std::filesystem::perms::none);
   ShortcutTable table;
-  TestQuestions questions({Answer::No});
+  Journal journal;
+  ScriptedQuestions questions(journal);
+  questions.answers = {Answer::No, Answer::Ok};
   inAReadOnlyFolder(folder, [&] {
     EXPECT_EQ(loadShortcuts(settings, table, folder.text(), frenchLocale(), questions),
               ShortcutLoad::Ended);
   });
-  EXPECT_EQ(questions.shown, (std::vector<Box>{createShortcutsBox(), shortcutsMissingBox()}));
+  EXPECT_EQ(questions.boxes, (std::vector<Box>{createShortcutsBox(), shortcutsMissingBox()}));
 }

@@ -5,9 +5,9 @@
 
 #include "config/ConfigBoxes.h"
 #include "config/ShortcutFile.h"
+#include "support/Doubles.h"
+#include "support/Scratch.h"
 #include "text/LocaleData.h"
-#include "unit/config/TestFolder.h"
-#include "unit/config/TestQuestions.h"
 
 namespace {
 
@@ -16,7 +16,7 @@ using Boxes = std::vector<Box>;
 
 const Shortcut kPlan{u"000000001", u"Été", u"C:\\plan.pdf"};
 const Shortcut kFirst{u"000000001", u"ligne init", u"locfile:///C:/essai.txt"};
-constexpr TextView kDefaultPlace = u"nav/res_css/js/shortQrCode.js";
+constexpr std::string_view kDefaultPlace = "nav/res_css/js/shortQrCode.js";
 
 std::string bytesOfTable(std::int32_t freeId, Rows rows) {
   ShortcutTable table;
@@ -27,17 +27,18 @@ std::string bytesOfTable(std::int32_t freeId, Rows rows) {
 // A program folder with room for a table, and what the program holds.
 class ShortcutStore : public testing::Test {
  protected:
-  ShortcutStore() { folder.makeFolders(u"nav/res_css/js"); }
+  ShortcutStore() { folder.makeFolders("nav/res_css/js"); }
 
   ShortcutLoad load() {
     return loadShortcuts(settings, table, folder.text(), frenchLocale(), questions);
   }
 
-  TestFolder folder;
-  Text defaultPath = folder / kDefaultPlace;
+  Scratch folder;
+  Text defaultPath = folder.text(kDefaultPlace);
   Settings settings;
   ShortcutTable table;
-  TestQuestions questions;
+  Journal journal;
+  ScriptedQuestions questions{journal};
 };
 
 }  // namespace
@@ -47,32 +48,33 @@ TEST_F(ShortcutStore, TheDefaultPlaceIsBelowTheProgramFolder) {
 }
 
 TEST_F(ShortcutStore, LoadsTheTableAtTheConfiguredPlaceWithoutABox) {
-  settings.shortcutPath = folder / u"table.js";
+  settings.shortcutPath = folder.text("table.js");
   writeBytes(settings.shortcutPath, bytesOfTable(5, {kPlan}));
   EXPECT_EQ(load(), ShortcutLoad::Loaded);
   EXPECT_EQ(table.freeId(), 5);
   EXPECT_EQ(table.rows(), Rows{kPlan});
-  EXPECT_EQ(settings.shortcutPath, folder / u"table.js");
-  EXPECT_EQ(questions.shown, Boxes{});
+  EXPECT_EQ(settings.shortcutPath, folder.text("table.js"));
+  EXPECT_EQ(questions.boxes, Boxes{});
 }
 
 TEST_F(ShortcutStore, APathWhereNothingStandsBecomesTheDefaultOneWithABox) {
   writeBytes(defaultPath, bytesOfTable(5, {kPlan}));
-  for (const Text& path : {Text(), folder / u"manquant.js"}) {
+  for (const Text& path : {Text(), folder.text("manquant.js")}) {
     settings.shortcutPath = path;
-    questions.shown.clear();
+    questions.boxes.clear();
+    questions.answers = {Answer::Ok};
     EXPECT_EQ(load(), ShortcutLoad::Loaded);
     EXPECT_EQ(settings.shortcutPath, defaultPath);
     EXPECT_EQ(table.rows(), Rows{kPlan});
-    EXPECT_EQ(questions.shown, Boxes{shortcutsNotFoundBox(defaultPath)});
+    EXPECT_EQ(questions.boxes, Boxes{shortcutsNotFoundBox(defaultPath)});
   }
 }
 
 TEST_F(ShortcutStore, WithNoTableAnywhereYesCreatesOne) {
-  settings.shortcutPath = folder / u"manquant.js";
+  settings.shortcutPath = folder.text("manquant.js");
   questions.answers = {Answer::Ok, Answer::Yes};
   EXPECT_EQ(load(), ShortcutLoad::Created);
-  EXPECT_EQ(questions.shown, (Boxes{shortcutsNotFoundBox(defaultPath), createShortcutsBox()}));
+  EXPECT_EQ(questions.boxes, (Boxes{shortcutsNotFoundBox(defaultPath), createShortcutsBox()}));
   EXPECT_EQ(table.freeId(), 2);
   EXPECT_EQ(table.rows(), Rows{kFirst});
   EXPECT_TRUE(bytesOf(defaultPath)
@@ -84,28 +86,29 @@ TEST_F(ShortcutStore, WithNoTableAnywhereYesCreatesOne) {
 
 TEST_F(ShortcutStore, WithNoTableAnywhereNoEndsTheProgram) {
   settings.shortcutPath = defaultPath;
-  questions.answers = {Answer::Ok, Answer::No};
+  questions.answers = {Answer::Ok, Answer::No, Answer::Ok};
   EXPECT_EQ(load(), ShortcutLoad::Ended);
-  EXPECT_EQ(questions.shown, (Boxes{shortcutsNotFoundBox(defaultPath), createShortcutsBox(),
+  EXPECT_EQ(questions.boxes, (Boxes{shortcutsNotFoundBox(defaultPath), createShortcutsBox(),
                                     shortcutsMissingBox()}));
   EXPECT_FALSE(table.wasLoaded());
   EXPECT_EQ(bytesOf(defaultPath), "");
 }
 
 TEST_F(ShortcutStore, AnUnreadableTableLeadsToTheQuestionAlone) {
-  settings.shortcutPath = folder / u"table.js";
+  settings.shortcutPath = folder.text("table.js");
   for (const std::string bytes : {"", "var FreeId=\r\nx\r\n", "var FreeId=4\r\nx\r\n",
                                   "var FreeId=4\r\nx\r\ntabObj[\"000000001\"]=\"a\";\r\n"}) {
     writeBytes(settings.shortcutPath, bytes);
-    questions = TestQuestions({Answer::No});
+    questions.boxes.clear();
+    questions.answers = {Answer::No, Answer::Ok};
     EXPECT_EQ(load(), ShortcutLoad::Ended);
-    EXPECT_EQ(questions.shown, (Boxes{createShortcutsBox(), shortcutsMissingBox()}));
+    EXPECT_EQ(questions.boxes, (Boxes{createShortcutsBox(), shortcutsMissingBox()}));
     EXPECT_EQ(bytesOf(settings.shortcutPath), bytes);
   }
 }
 
 TEST_F(ShortcutStore, YesForAnUnreadableTableWritesOverItWhereItStands) {
-  settings.shortcutPath = folder / u"table.js";
+  settings.shortcutPath = folder.text("table.js");
   writeBytes(settings.shortcutPath, "abîmé");
   table.load(70, {kPlan, kPlan});
   questions.answers = {Answer::Yes};
@@ -116,56 +119,57 @@ TEST_F(ShortcutStore, YesForAnUnreadableTableWritesOverItWhereItStands) {
 
 TEST_F(ShortcutStore, AFolderInThePlaceOfTheTableIsNoTable) {
   settings.shortcutPath = folder.text();
-  questions.answers = {Answer::No};
+  questions.answers = {Answer::No, Answer::Ok};
   EXPECT_EQ(load(), ShortcutLoad::Ended);
-  EXPECT_EQ(questions.shown, (Boxes{createShortcutsBox(), shortcutsMissingBox()}));
+  EXPECT_EQ(questions.boxes, (Boxes{createShortcutsBox(), shortcutsMissingBox()}));
 }
 
 TEST_F(ShortcutStore, ANewTableThatCannotBeWrittenShowsTheWriteBox) {
-  const Text elsewhere = folder / u"autre";  // no nav folder below it
+  const Text elsewhere = folder.text("autre");  // no nav folder below it
   settings.shortcutPath = u"";
-  questions.answers = {Answer::Ok, Answer::Yes};
+  questions.answers = {Answer::Ok, Answer::Yes, Answer::Ok};
   EXPECT_EQ(loadShortcuts(settings, table, elsewhere, frenchLocale(), questions),
             ShortcutLoad::Created);
-  EXPECT_EQ(questions.shown, (Boxes{shortcutsNotFoundBox(defaultShortcutPath(elsewhere)),
+  EXPECT_EQ(questions.boxes, (Boxes{shortcutsNotFoundBox(defaultShortcutPath(elsewhere)),
                                     createShortcutsBox(), shortcutsWriteFailedBox()}));
   EXPECT_EQ(table.rows(), Rows{kFirst});
 }
 
 TEST_F(ShortcutStore, WritesTheTableWithoutABox) {
-  settings.shortcutPath = folder / u"table.js";
+  settings.shortcutPath = folder.text("table.js");
   writeBytes(settings.shortcutPath, std::string(5000, 'x'));
   table.load(3, {kPlan});
   EXPECT_TRUE(RecShortQrCode(settings, table, questions));
   EXPECT_EQ(bytesOf(settings.shortcutPath), bytesOfTable(3, {kPlan}));
-  EXPECT_EQ(questions.shown, Boxes{});
+  EXPECT_EQ(questions.boxes, Boxes{});
 }
 
 TEST_F(ShortcutStore, AWriteThatFailsShowsItsBox) {
-  settings.shortcutPath = folder / u"manquant/table.js";
+  settings.shortcutPath = folder.text("manquant/table.js");
   table.load(3, {kPlan});
+  questions.answers = {Answer::Ok};
   EXPECT_FALSE(RecShortQrCode(settings, table, questions));
-  EXPECT_EQ(questions.shown, Boxes{shortcutsWriteFailedBox()});
+  EXPECT_EQ(questions.boxes, Boxes{shortcutsWriteFailedBox()});
 }
 
 TEST_F(ShortcutStore, ATableThatWasNeverLoadedIsNeverWritten) {
-  settings.shortcutPath = folder / u"table.js";
+  settings.shortcutPath = folder.text("table.js");
   writeBytes(settings.shortcutPath, "précieux");
   table.addRow(u"000000000\ta\tb");
   EXPECT_FALSE(RecShortQrCode(settings, table, questions));
   EXPECT_EQ(bytesOf(settings.shortcutPath), "précieux");
-  EXPECT_EQ(questions.shown, Boxes{});
+  EXPECT_EQ(questions.boxes, Boxes{});
 }
 
 TEST_F(ShortcutStore, TheExampleIsInstalledWhereNothingStands) {
-  writeBytes(folder / u"shortQrCode_exemple.js", "exemple");
+  writeBytes(folder.text("shortQrCode_exemple.js"), "exemple");
   MAJshortQrCodeJs(folder.text());
   EXPECT_EQ(bytesOf(defaultPath), "exemple");
-  EXPECT_EQ(bytesOf(folder / u"shortQrCode_exemple.js"), "exemple");
+  EXPECT_EQ(bytesOf(folder.text("shortQrCode_exemple.js")), "exemple");
 }
 
 TEST_F(ShortcutStore, TheExampleNeverReplacesATable) {
-  writeBytes(folder / u"shortQrCode_exemple.js", "exemple");
+  writeBytes(folder.text("shortQrCode_exemple.js"), "exemple");
   writeBytes(defaultPath, "à moi");
   MAJshortQrCodeJs(folder.text());
   EXPECT_EQ(bytesOf(defaultPath), "à moi");
@@ -175,14 +179,14 @@ TEST_F(ShortcutStore, WithoutAnExampleOrAFolderForItNothingHappens) {
   MAJshortQrCodeJs(folder.text());
   EXPECT_FALSE(std::filesystem::exists(toPath(defaultPath)));
 
-  const TestFolder bare;
-  writeBytes(bare / u"shortQrCode_exemple.js", "exemple");
+  const Scratch bare;
+  writeBytes(bare.text("shortQrCode_exemple.js"), "exemple");
   MAJshortQrCodeJs(bare.text());
   EXPECT_EQ(bare.entries(), 1u);
 }
 
 TEST_F(ShortcutStore, BackupsAreNumberedFromOneAndGapsAreFilled) {
-  const Text begin = folder / u"nav/res_css/js/shortQrCode_bak";
+  const Text begin = folder.text("nav/res_css/js/shortQrCode_bak");
   EXPECT_EQ(nextBackupPath(folder.text()), begin + u"1.js");
   writeBytes(begin + u"1.js", "");
   EXPECT_EQ(nextBackupPath(folder.text()), begin + u"2.js");

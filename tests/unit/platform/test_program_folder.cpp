@@ -113,6 +113,17 @@ TEST_F(ProgramFolderTest, AFillingThatFailsLeavesNoHalfPages) {
   EXPECT_FALSE(fs::exists(scratch.path("home/Tavrollo/.nav.tavrollo-part")));
 }
 
+// The pages tell that a folder is filled, so nothing may be missing once they stand there.
+TEST_F(ProgramFolderTest, ThePagesComeLast) {
+  for (const std::string name : {"0", "A", "a", "m", "n", "nb", "o", "z", "zz", ".x"}) {
+    const std::string pipe = scratch.path("template/" + name);
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0644), 0);  // which cannot be copied
+    EXPECT_TRUE(fillProgramFolder(scratch.text("home/" + name), scratch.text("template")));
+    EXPECT_FALSE(fs::exists(scratch.path("home/" + name + "/nav"))) << name;
+    fs::remove(pipe);
+  }
+}
+
 TEST_F(ProgramFolderTest, WithoutATemplateItFails) {
   EXPECT_EQ(fillProgramFolder(scratch.text("home"), u"").number, 76);
   EXPECT_EQ(fillProgramFolder(scratch.text("home"), scratch.text("missing")).number, 76);

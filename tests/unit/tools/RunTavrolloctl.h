@@ -7,7 +7,7 @@
 #include <unistd.h>
 #include <vector>
 
-#include "unit/config/TestFolder.h"
+#include "support/Scratch.h"
 
 // Runs the real tavrolloctl, found through TAVROLLOCTL, which the build defines.
 
@@ -46,20 +46,20 @@ inline int createFile(const Text& path) {
 
 // Runs it with the file descriptor `out` as its standard output, which is closed then.
 inline Outcome runTavrolloctlInto(int out, const std::vector<std::string>& arguments) {
-  const TestFolder folder;
-  const int err = detail::createFile(folder / u"err");
+  const Scratch folder;
+  const int err = detail::createFile(folder.text("err"));
   Outcome run;
   run.status = detail::statusOf(arguments, out, err);
   close(out);
   close(err);
-  run.err = bytesOf(folder / u"err");
+  run.err = bytesOf(folder.text("err"));
   return run;
 }
 
 inline Outcome runTavrolloctl(const std::vector<std::string>& arguments) {
-  const TestFolder folder;
-  Outcome run = runTavrolloctlInto(detail::createFile(folder / u"out"), arguments);
-  run.out = bytesOf(folder / u"out");
+  const Scratch folder;
+  Outcome run = runTavrolloctlInto(detail::createFile(folder.text("out")), arguments);
+  run.out = bytesOf(folder.text("out"));
   return run;
 }
 

@@ -71,9 +71,9 @@ TEST(Tavrolloctl, EachVerbHasItsOwnUsage) {
 }
 
 TEST(Tavrolloctl, AFileThatCannotBeReadIsOneSentence) {
-  const TestFolder folder;
+  const Scratch folder;
   for (const std::string verb : {"config", "shortcuts"}) {
-    for (const Text& path : {folder / u"manquant", folder.text()}) {
+    for (const Text& path : {folder.text("manquant"), folder.text()}) {
       const Outcome run = runTavrolloctl({verb, argument(path)});
       EXPECT_EQ(run.status, 2);
       EXPECT_EQ(run.out, "");
@@ -85,10 +85,10 @@ TEST(Tavrolloctl, AFileThatCannotBeReadIsOneSentence) {
 }
 
 TEST(Tavrolloctl, AFullDiskIsAFailure) {
-  const TestFolder folder;
-  writeBytes(folder / u"table.js", bigTable());
+  const Scratch folder;
+  writeBytes(folder.text("table.js"), bigTable());
   const std::vector<std::string> rows[] = {
-      {"shortcuts", argument(folder / u"table.js")}, {"--version"}, {"--help"}};
+      {"shortcuts", argument(folder.text("table.js"))}, {"--version"}, {"--help"}};
   for (const auto& arguments : rows) {
     const Outcome run = runTavrolloctlInto(open("/dev/full", O_WRONLY | O_CLOEXEC), arguments);
     EXPECT_EQ(run.status, 2);
@@ -97,10 +97,10 @@ TEST(Tavrolloctl, AFullDiskIsAFailure) {
 }
 
 TEST(Tavrolloctl, AClosedPipeIsAFailureAndNoCrash) {
-  const TestFolder folder;
-  writeBytes(folder / u"table.js", bigTable());
+  const Scratch folder;
+  writeBytes(folder.text("table.js"), bigTable());
   const Outcome run =
-      runTavrolloctlInto(closedPipe(), {"shortcuts", argument(folder / u"table.js")});
+      runTavrolloctlInto(closedPipe(), {"shortcuts", argument(folder.text("table.js"))});
   EXPECT_EQ(run.status, 2);
   EXPECT_EQ(run.err, "Le résultat n'a pas pu être écrit sur la sortie standard.\n");
 }

@@ -7,9 +7,9 @@
 namespace {
 
 Outcome runOn(const std::string& bytes) {
-  const TestFolder folder;
-  writeBytes(folder / u"config.cfg", bytes);
-  return runTavrolloctl({"config", argument(folder / u"config.cfg")});
+  const Scratch folder;
+  writeBytes(folder.text("config.cfg"), bytes);
+  return runTavrolloctl({"config", argument(folder.text("config.cfg"))});
 }
 
 std::string bytesWith(const Settings& settings) { return configBytes(settings, frenchLocale()); }
@@ -72,9 +72,9 @@ TEST(TavrolloctlConfig, AFileThatDoesNotReadShowsNothingButOneSentence) {
       "", whole.substr(0, whole.find("E:")), bytesWith(&Settings::cookiesPath, Text(u"a,b")),
       bytesWith(&Settings::notifications, std::int16_t{3}), bytesWith(&Settings::scaleX, 567.5)};
   for (const std::string& bytes : rows) {
-    const TestFolder folder;
-    const std::string path = argument(folder / u"config.cfg");
-    writeBytes(folder / u"config.cfg", bytes);
+    const Scratch folder;
+    const std::string path = argument(folder.text("config.cfg"));
+    writeBytes(folder.text("config.cfg"), bytes);
     const Outcome run = runTavrolloctl({"config", path});
     EXPECT_EQ(run.status, 2);
     EXPECT_EQ(run.out, "");
@@ -85,8 +85,8 @@ TEST(TavrolloctlConfig, AFileThatDoesNotReadShowsNothingButOneSentence) {
 }
 
 TEST(TavrolloctlConfig, TheFilesNameMayHoldAnyBytes) {
-  const TestFolder folder;
-  const std::string path = folder.path().string() + "/\xFFŁ é.cfg";
+  const Scratch folder;
+  const std::string path = folder.path() + "/\xFFŁ é.cfg";
   std::ofstream(path, std::ios::binary) << bytesWith(Settings());
   EXPECT_EQ(runTavrolloctl({"config", path}).status, 0);
 }

@@ -9,9 +9,9 @@
 namespace {
 
 Outcome runOn(const std::string& bytes) {
-  const TestFolder folder;
-  writeBytes(folder / u"table.js", bytes);
-  return runTavrolloctl({"shortcuts", argument(folder / u"table.js")});
+  const Scratch folder;
+  writeBytes(folder.text("table.js"), bytes);
+  return runTavrolloctl({"shortcuts", argument(folder.text("table.js"))});
 }
 
 std::string bytesWith(std::int32_t freeId, std::vector<Shortcut> rows) {
@@ -51,9 +51,9 @@ TEST(TavrolloctlShortcuts, TenThousandAreShownInTheirOrder) {
 TEST(TavrolloctlShortcuts, ATableThatDoesNotReadShowsNothingButOneSentence) {
   for (const std::string bytes : {"", "var FreeId=\r\nx\r\n", "var FreeId=2\r\nx\r\n",
                                   "var FreeId=2\r\nx\r\ntabObj[\"000000001\"]=\"a\";\r\n}\r\n"}) {
-    const TestFolder folder;
-    const std::string path = argument(folder / u"table.js");
-    writeBytes(folder / u"table.js", bytes);
+    const Scratch folder;
+    const std::string path = argument(folder.text("table.js"));
+    writeBytes(folder.text("table.js"), bytes);
     const Outcome run = runTavrolloctl({"shortcuts", path});
     EXPECT_EQ(run.status, 2);
     EXPECT_EQ(run.out, "");

@@ -6,14 +6,14 @@
 #include "tray/TrayMessages.h"
 
 TEST(TipText, IsTheNameAndVersionPaddedTo64Characters) {
-  const Text tip = tipText(1, 4, 67);
+  const Text tip = tipText({1, 4, 67});
   EXPECT_EQ(tip.size(), 64u);
   EXPECT_EQ(tip, Text(u"Tavrollo V1.4.67") + Text(48, u' '));
 }
 
 TEST(TipText, KeepsOnly64Characters) {
   const int longest = std::numeric_limits<int>::max();
-  EXPECT_EQ(tipText(longest, longest, longest).size(), kTipLength);
+  EXPECT_EQ(tipText({longest, longest, longest}).size(), kTipLength);
   EXPECT_EQ(kTipLength, 64u);
 }
 
