@@ -52,7 +52,8 @@ frmMain::frmMain(Companion& companion, Shell& shell, Questions& questions, Defau
       questions_(questions),
       MenuIcon_(availableCommands(), [this](TextView name) { menuChosen(name); }),
       trayHost_(
-          trayManagerStands, [this] { trayAppeared(); }, [this] { noTray(); }),
+          trayManagerStands, [this] { inBackground(companion_.trace, [this] { trayAppeared(); }); },
+          [this] { inBackground(companion_.trace, [this] { noTray(); }); }),
       infos_(desktopNoticeFor(QGuiApplication::platformName())),
       splash_([this] { return splashContents(); }, secondsSinceMidnight),
       reader_(companion.trace, [this] { pumpEvents(); }),

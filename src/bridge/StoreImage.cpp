@@ -71,8 +71,8 @@ Failure StoreImage::readFromFiles(std::uint64_t offset, std::span<char> into) co
   std::optional<std::uint64_t> inLog;
   if (log_.pageCount() != 0) inLog = log_.offsetOf(static_cast<std::uint32_t>(offset / pageSize_) + 1);
   std::size_t count = 0;
-  const Failure failure = inLog ? logFile_.readAt(*inLog + offset % pageSize_, into, count)
-                                : store_.readAt(offset, into, count);
+  Failure failure = inLog ? logFile_.readAt(*inLog + offset % pageSize_, into, count)
+                          : store_.readAt(offset, into, count);
   if (failure) return failure;
   return count == into.size() ? Failure() : failures::pastEndOfFile();
 }

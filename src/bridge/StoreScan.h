@@ -11,7 +11,7 @@
 #include "bridge/StoreImage.h"
 
 inline constexpr std::string_view kEndMarker = "_e-o-v_";
-inline constexpr std::int64_t kFirstPosition = 3;    // positions count from 1; the first two are never looked at
+inline constexpr std::int64_t kFirstPosition = 3;  // counted from 1; the first two are never seen
 inline constexpr std::int64_t kBackWindow = 256;     // how far before the last hit a scan begins
 inline constexpr std::size_t kMostValueBytes = 256;
 

@@ -39,7 +39,7 @@ class Checksum {
 Failure readUpTo(const SharedFile& file, std::uint64_t offset, std::size_t size, std::string& bytes) {
   bytes.resize(size);
   std::size_t count = 0;
-  const Failure failure = file.readAt(offset, {bytes.data(), bytes.size()}, count);
+  Failure failure = file.readAt(offset, {bytes.data(), bytes.size()}, count);
   bytes.resize(failure ? 0 : count);
   return failure;
 }

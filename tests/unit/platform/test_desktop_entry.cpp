@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/linux/DesktopEntry.h"
-#include "unit/platform/Scratch.h"
+#include "support/Processes.h"
 
 namespace {
 

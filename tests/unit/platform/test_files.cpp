@@ -7,7 +7,7 @@
 #include <sys/un.h>
 
 #include "platform/Files.h"
-#include "unit/platform/Scratch.h"
+#include "support/Processes.h"
 
 namespace {
 

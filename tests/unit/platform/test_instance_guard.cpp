@@ -6,7 +6,7 @@
 
 #include "platform/Files.h"
 #include "platform/System.h"
-#include "unit/platform/Scratch.h"
+#include "support/Processes.h"
 
 namespace {
 

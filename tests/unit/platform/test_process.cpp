@@ -9,7 +9,7 @@
 #include <sys/wait.h>
 
 #include "platform/linux/Process.h"
-#include "unit/platform/Scratch.h"
+#include "support/Processes.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include "platform/System.h"
 #include "platform/linux/RuntimeFolder.h"
 #include "text/Utf.h"
-#include "unit/platform/Scratch.h"
+#include "support/Processes.h"
 
 // The C library keeps a copy of LOCPATH at every newlocale; only these tests set it.
 extern "C" const char* __lsan_default_suppressions();

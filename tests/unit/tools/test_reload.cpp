@@ -8,7 +8,7 @@
 #include "platform/linux/CommandWords.h"
 #include "platform/linux/LinuxShell.h"
 #include "text/Utf.h"
-#include "unit/platform/Scratch.h"
+#include "support/Processes.h"
 
 namespace {
 

@@ -20,7 +20,7 @@
 #include "support/Scratch.h"
 #include "text/Paths.h"
 
-// What tests on real files and real programs need.
+// What tests of real programs need.
 
 // Sets an environment variable, or takes it away, until the scope ends.
 class Variable {
