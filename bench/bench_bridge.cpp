@@ -19,7 +19,8 @@ enum Content : std::int64_t { kZeros, kRandom, kText, kNameLike };
 std::string contentOf(std::int64_t kind) {
   std::mt19937 random(1);
   std::string bytes(kSize, '\0');
-  constexpr std::string_view kLetters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789+/=_";
+  constexpr std::string_view kLetters =
+      "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789+/=_";
   constexpr std::string_view kLike = "Tavr1CodeTo";
   for (std::size_t i = 0; i < bytes.size(); ++i) {
     if (kind == kRandom) bytes[i] = static_cast<char>(random());
@@ -36,7 +37,10 @@ void findTheNameInMemory(benchmark::State& state) {
   }
   state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * kSize));
 }
-BENCHMARK(findTheNameInMemory)->ArgName("content")->DenseRange(kZeros, kNameLike)->Unit(benchmark::kMillisecond);
+BENCHMARK(findTheNameInMemory)
+    ->ArgName("content")
+    ->DenseRange(kZeros, kNameLike)
+    ->Unit(benchmark::kMillisecond);
 
 void findTheNameInAFile(benchmark::State& state) {
   const StoreFolder folder;
@@ -49,7 +53,10 @@ void findTheNameInAFile(benchmark::State& state) {
   }
   state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * kSize));
 }
-BENCHMARK(findTheNameInAFile)->ArgName("content")->DenseRange(kZeros, kNameLike)->Unit(benchmark::kMillisecond);
+BENCHMARK(findTheNameInAFile)
+    ->ArgName("content")
+    ->DenseRange(kZeros, kNameLike)
+    ->Unit(benchmark::kMillisecond);
 
 // A store of about 1 MiB with a command in its log, where nothing of the last place is known.
 void readTheCommand(benchmark::State& state) {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// config.cfg: any bytes are read without harm, and numbers that were read can be written and read again.
+// config.cfg: any bytes are read without harm, and numbers that were read can be written and read
+// again.
 #include <cstddef>
 
 #include "Demand.h"

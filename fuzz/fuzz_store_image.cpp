@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A browser's cookie store with its write-ahead log: two bytes with the store's length, the store, the
-// log. The log is read as it stands and once more with its checksums made right, so that the pages
-// behind them are reached.
+// A browser's cookie store with its write-ahead log: two bytes with the store's length, the store,
+// the log. The log is read as it stands and once more with its checksums made right, so that the
+// pages behind them are reached.
 #include <unistd.h>
 
 #include <cstddef>

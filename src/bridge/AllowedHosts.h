@@ -6,8 +6,8 @@
 
 #include "text/Text.h"
 
-// Whose pages may give commands: pages from the disk (empty host), pages served by this machine, and
-// the hosts that the user listed in hotes_autorises.txt in the program folder.
+// Whose pages may give commands: pages from the disk (empty host), pages served by this machine,
+// and the hosts that the user listed in hotes_autorises.txt in the program folder.
 class AllowedHosts {
  public:
   AllowedHosts() = default;

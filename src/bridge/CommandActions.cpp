@@ -51,7 +51,8 @@ void CommandActions::execute(const Text& file, const Text& parameters) {
 
 Text CommandActions::createlink(const Text& target, const Text& name) {
   const Text address = target.size() > kPagePrefix ? target.substr(kPagePrefix) : Text();
-  // The address came as bytes too. The table holds real text; its file keeps what a page reads back.
+  // The address came as bytes too. The table holds real text; its file keeps what a page reads
+  // back.
   to_.shortcuts.addRow(to_.shortcuts.newKey() + u"\t" + EncodeDecodeUtf8::decode(name) + u"\t" +
                        EncodeDecodeUtf8::decode(address));
   to_.recShortQrCode();

@@ -23,7 +23,7 @@ class CommandActions {
   struct Surroundings {
     Shell& shell;
     ShortcutTable& shortcuts;
-    std::function<void()> recShortQrCode;               // writes the shortcut table's file
+    std::function<void()> recShortQrCode;  // writes the shortcut table's file
     std::function<void(const Text& key)> writePageKey;
     std::function<void(bool lock)> lockMenus;
     std::function<Text()> currentFolder;
@@ -31,9 +31,9 @@ class CommandActions {
 
   explicit CommandActions(Surroundings surroundings) : to_(std::move(surroundings)) {}
 
-  // `fields`: the command word in lower case, then its arguments; those marked as bytes are still byte
-  // text. The
-  // result is the message for the user, empty where there is none; nothing when a field is missing.
+  // `fields`: the command word in lower case, then its arguments; those marked as bytes are still
+  // byte text. The result is the message for the user, empty where there is none; nothing when a
+  // field is missing.
   std::optional<Text> carryOut(const std::vector<Text>& fields);
 
  private:

@@ -82,7 +82,8 @@ Text CookieStoreReader::Extract(const Text& storePath) {
   if (foundNothingLastTime()) return {};
 
   const std::int64_t now = clock_();
-  std::optional<StoreReading> reading = readStore(storePath, cookieOffset_, hosts_, earlier_, yield_);
+  std::optional<StoreReading> reading =
+      readStore(storePath, cookieOffset_, hosts_, earlier_, yield_);
   settled_ = reading && isSettled(reading->stamp, now);
   readTheStore_ = reading && reading->scan.outcome != ScanResult::Outcome::Failed;
   if (!reading) return {};

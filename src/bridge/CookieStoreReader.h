@@ -18,8 +18,8 @@ struct StoreReading {
 };
 
 // Opens the store and scans it, again when the browser wrote meanwhile: at most three times, then
-// nothing. `earlier` is the last good reading, if any: when the same store has lost its header or its
-// log commits since, older commands would come to light, so that is a failure.
+// nothing. `earlier` is the last good reading, if any: when the same store has lost its header or
+// its log commits since, older commands would come to light, so that is a failure.
 std::optional<StoreReading> readStore(const Text& storePath, std::int32_t offset,
                                       const AllowedHosts& hosts,
                                       const std::optional<StoreReading>& earlier,
@@ -32,8 +32,8 @@ std::int64_t systemClock();
 // Fetches the command cookie's value out of the browser's store and remembers where it stood.
 class CookieStoreReader {
  public:
-  // Files are stamped by the clock's tick: a file that is read sooner after its last write than this
-  // may have changed again without a new time. Nanoseconds.
+  // Files are stamped by the clock's tick: a file that is read sooner after its last write than
+  // this may have changed again without a new time. Nanoseconds.
   static constexpr std::int64_t kYoung = 50'000'000;
 
   CookieStoreReader(TraceBuffer& trace, std::function<void()> yield, Clock clock = systemClock)
@@ -45,15 +45,16 @@ class CookieStoreReader {
   std::int32_t cookieOffset() const { return cookieOffset_; }
   void setCookieOffset(std::int32_t offset) { cookieOffset_ = offset; }
 
-  // The cookie's value as byte text, up to its end marker; empty when the name is not found, when it
-  // could not be read (then a line tells why) or when the browser kept writing.
+  // The cookie's value as byte text, up to its end marker; empty when the name is not found, when
+  // it could not be read (then a line tells why) or when the browser kept writing.
   Text Extract(const Text& storePath);
 
-  // True when the last Extract learnt what the store holds, be it nothing; false when the store could
-  // not be read or kept changing.
+  // True when the last Extract learnt what the store holds, be it nothing; false when the store
+  // could not be read or kept changing.
   bool readTheStore() const { return readTheStore_; }
 
-  // False when what the last Extract read may already have changed again within the same time stamp.
+  // False when what the last Extract read may already have changed again within the same time
+  // stamp.
   bool sawSettledStore() const { return settled_; }
 
  private:

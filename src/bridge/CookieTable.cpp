@@ -60,7 +60,8 @@ std::optional<CookieTable::Schema> CookieTable::readSchema() const {
     pages.insert(pages.end(), children.begin(), children.end());
 
     for (std::size_t c = 0; page->isLeaf() && c < page->cellCount(); ++c) {
-      const std::optional<SqliteRecord> record = readRecord(image_, *page, page->cell(c, *usable), *usable);
+      const std::optional<SqliteRecord> record =
+          readRecord(image_, *page, page->cell(c, *usable), *usable);
       std::optional<Schema> schema = record ? cookieSchema(*record) : std::nullopt;
       if (schema) return schema;
     }
@@ -115,8 +116,9 @@ std::optional<CookieRow> CookieTable::rowNamedAt(std::uint64_t nameOffset, std::
 
 // The row when its name column begins at `nameAt` in the payload and is `name`, with its value's
 // place in the payload.
-std::optional<CookieRow> CookieTable::cookieRow(const SqliteRecord& record, const SqlitePage::Cell& cell,
-                                                std::uint64_t nameAt, std::string_view name,
+std::optional<CookieRow> CookieTable::cookieRow(const SqliteRecord& record,
+                                                const SqlitePage::Cell& cell, std::uint64_t nameAt,
+                                                std::string_view name,
                                                 std::uint64_t valueNeeded) const {
   const std::vector<Column>& columns = record.columns;
   const auto& [root, nameColumn, valueColumn, hostColumn] = *schema_;

@@ -10,9 +10,9 @@
 
 // A row of the browser's table of cookies, as far as the bridge cares.
 struct CookieRow {
-  std::string host;                 // "" for a page from the disk
-  std::uint64_t valueOffset = 0;    // in the image, from 0
-  std::uint64_t valueLength = 0;    // in bytes
+  std::string host;               // "" for a page from the disk
+  std::uint64_t valueOffset = 0;  // in the image, from 0
+  std::uint64_t valueLength = 0;  // in bytes
 };
 
 // Tells whether a place in a store image is the name of a live cookie. An SQLite file repeats names
@@ -21,7 +21,8 @@ struct CookieRow {
 // Whatever does not read as the format demands is no row (SQLite file format, sections 1.6 and 2).
 class CookieTable {
  public:
-  // `image` must be an SQLite image and outlive the table. Nothing is read until the first question.
+  // `image` must be an SQLite image and outlive the table. Nothing is read until the first
+  // question.
   explicit CookieTable(const StoreImage& image) : image_(image) {}
 
   // The live row whose name column is exactly `name` and begins at `nameOffset` (from 0), with its
@@ -47,6 +48,6 @@ class CookieTable {
   const StoreImage& image_;
   bool schemaRead_ = false;
   std::optional<Schema> schema_;
-  std::uint32_t pageNumber_ = 0;       // of page_, also when that page is none of a table
-  std::optional<SqlitePage> page_;     // the last one: a page may hold the name hundreds of times
+  std::uint32_t pageNumber_ = 0;    // of page_, also when that page is none of a table
+  std::optional<SqlitePage> page_;  // the last one: a page may hold the name hundreds of times
 };

@@ -112,8 +112,8 @@ void CookieWatcher::traceValue(const Text& value) {
   trace_.log(u"--------------------------------");
 }
 
-// Makes the fields ready for the actions: the word in lower case, a path into the user's folder under
-// the web application's root, the first argument decoded (createlink decodes its own).
+// Makes the fields ready for the actions: the word in lower case, a path into the user's folder
+// under the web application's root, the first argument decoded (createlink decodes its own).
 void CookieWatcher::prepare(std::vector<Text>& fields) const {
   fields[0] = toLower(fields[0]);
   if (fields.size() < 2) return;

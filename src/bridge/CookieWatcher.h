@@ -8,8 +8,8 @@
 #include "bridge/TraceBuffer.h"
 #include "config/Settings.h"
 
-// Looks at every tick whether the browser wrote its cookie store, and has a new command carried out,
-// once.
+// Looks at every tick whether the browser wrote its cookie store, and has a new command carried
+// out, once.
 class CookieWatcher {
  public:
   // What the watcher needs of the program around it.
@@ -19,7 +19,7 @@ class CookieWatcher {
     virtual void pumpEvents() = 0;
     virtual void enableTimerCookies(bool on) = 0;
     virtual void saveOffsetCookie() = 0;
-    virtual void showNotice(const Text& message) = 0;  // and starts its motion
+    virtual void showNotice(const Text& message) = 0;      // and starts its motion
     virtual void valueHandled(const Text& lastField) = 0;  // told after each new value
   };
 

@@ -98,7 +98,8 @@ std::vector<std::uint32_t> SqlitePage::children() const {
   return pages;
 }
 
-std::optional<SqlitePage::Cell> SqlitePage::cell(std::size_t index, std::uint32_t usableSize) const {
+std::optional<SqlitePage::Cell> SqlitePage::cell(std::size_t index,
+                                                 std::uint32_t usableSize) const {
   const std::size_t at = cells_[index];
   const std::optional<Varint> size = readVarint(bytes_, at);
   if (!size) return std::nullopt;

@@ -38,10 +38,10 @@ class SqlitePage {
   // Leaf page: a row. Nothing for one whose numbers are wrong.
   struct Cell {
     std::int64_t rowId = 0;
-    std::size_t payloadAt = 0;         // where in the page the payload begins
-    std::size_t localSize = 0;         // bytes of it in this page
-    std::uint64_t payloadSize = 0;     // bytes of it in all
-    std::uint32_t overflowPage = 0;    // where the rest begins, 0 when there is none
+    std::size_t payloadAt = 0;       // where in the page the payload begins
+    std::size_t localSize = 0;       // bytes of it in this page
+    std::uint64_t payloadSize = 0;   // bytes of it in all
+    std::uint32_t overflowPage = 0;  // where the rest begins, 0 when there is none
   };
   std::optional<Cell> cell(std::size_t index, std::uint32_t usableSize) const;
 

@@ -69,7 +69,8 @@ Failure StoreImage::read(std::uint64_t offset, std::span<char> into) const {
 // Bytes of one page when there is a log, else any bytes of the store.
 Failure StoreImage::readFromFiles(std::uint64_t offset, std::span<char> into) const {
   std::optional<std::uint64_t> inLog;
-  if (log_.pageCount() != 0) inLog = log_.offsetOf(static_cast<std::uint32_t>(offset / pageSize_) + 1);
+  if (log_.pageCount() != 0)
+    inLog = log_.offsetOf(static_cast<std::uint32_t>(offset / pageSize_) + 1);
   std::size_t count = 0;
   Failure failure = inLog ? logFile_.readAt(*inLog + offset % pageSize_, into, count)
                           : store_.readAt(offset, into, count);

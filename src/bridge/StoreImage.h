@@ -17,9 +17,10 @@ struct StoreStamp {
 };
 StoreStamp storeStamp(const Text& storePath);
 
-// The bytes of the browser's cookie store as a reader of the database would see them: the store file
-// with its write-ahead log laid over it. It is an overlay, not a copy: nothing is kept in memory but
-// where each page lies. A file that is no SQLite database is its own image, byte for byte.
+// The bytes of the browser's cookie store as a reader of the database would see them: the store
+// file with its write-ahead log laid over it. It is an overlay, not a copy: nothing is kept in
+// memory but where each page lies. A file that is no SQLite database is its own image, byte for
+// byte.
 //
 // The browser goes on writing while the image is read. What was read is to be trusted only when
 // unchanged() says so afterwards.

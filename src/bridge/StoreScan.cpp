@@ -40,8 +40,8 @@ class Scan {
       if (yield_) yield_();
       const auto left = static_cast<std::size_t>(last - at + 1);
       const std::size_t length = std::min(left, buffer_.size() - kept);
-      if (Failure failure = image_.read(static_cast<std::uint64_t>(at - 1),
-                                        {buffer_.data() + kept, length})) {
+      if (Failure failure =
+              image_.read(static_cast<std::uint64_t>(at - 1), {buffer_.data() + kept, length})) {
         result_ = failed(failure, at);
         return true;
       }

@@ -12,17 +12,17 @@
 
 inline constexpr std::string_view kEndMarker = "_e-o-v_";
 inline constexpr std::int64_t kFirstPosition = 3;  // counted from 1; the first two are never seen
-inline constexpr std::int64_t kBackWindow = 256;     // how far before the last hit a scan begins
+inline constexpr std::int64_t kBackWindow = 256;   // how far before the last hit a scan begins
 inline constexpr std::size_t kMostValueBytes = 256;
 
 struct ScanResult {
   enum class Outcome { Found, NotFound, Failed };
   Outcome outcome = Outcome::NotFound;
-  std::int64_t position = kFirstPosition;   // of the name when found, of the scan when it failed
-  std::string value;                        // raw bytes up to the end marker
-  bool hasHost = false;                     // the store is SQLite, so the command's page is known
+  std::int64_t position = kFirstPosition;  // of the name when found, of the scan when it failed
+  std::string value;                       // raw bytes up to the end marker
+  bool hasHost = false;                    // the store is SQLite, so the command's page is known
   std::string host;
-  std::vector<std::string> refusedHosts;    // of the rows that were passed over, in order, each once
+  std::vector<std::string> refusedHosts;  // of the rows that were passed over, in order, each once
   Failure failure;
 };
 

@@ -36,7 +36,8 @@ class Checksum {
 };
 
 // Reads at most `size` bytes; the result is shorter only at the end of the file.
-Failure readUpTo(const SharedFile& file, std::uint64_t offset, std::size_t size, std::string& bytes) {
+Failure readUpTo(const SharedFile& file, std::uint64_t offset, std::size_t size,
+                 std::string& bytes) {
   bytes.resize(size);
   std::size_t count = 0;
   Failure failure = file.readAt(offset, {bytes.data(), bytes.size()}, count);

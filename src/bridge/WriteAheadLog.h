@@ -38,7 +38,8 @@ class WriteAheadLog {
   std::unordered_map<std::uint32_t, std::uint64_t> offsets_;
   std::uint32_t pageCount_ = 0;
   std::string header_;
-  std::string salts_;      // of the current generation; empty when the header is none
-  std::string nextFrame_;  // the header bytes in the slot behind the last commit, as far as there are
+  std::string salts_;  // of the current generation; empty when the header is none
+  std::string
+      nextFrame_;  // the header bytes in the slot behind the last commit, as far as there are
   std::uint64_t nextFrameOffset_ = 0;
 };

@@ -31,7 +31,8 @@ void frmDebug::cmdClose_Click() { hide(); }
 // While the window is hidden the trace costs it nothing: it is filled anew when it is shown.
 void frmDebug::append(const Text& message) {
   if (!isVisible()) return;
-  if (ui_->rtbDebug->document()->isEmpty()) {  // appending to nothing would lose the first line break
+  if (ui_->rtbDebug->document()
+          ->isEmpty()) {  // appending to nothing would lose the first line break
     ui_->rtbDebug->setPlainText(shown(trace_.text()));
   } else {
     ui_->rtbDebug->appendPlainText(shown(message));

@@ -10,8 +10,8 @@ namespace Ui {
 class frmDebug;
 }
 
-// The debug monitor: the whole trace in a small window above all others. Closing hides it; the trace
-// goes on without it.
+// The debug monitor: the whole trace in a small window above all others. Closing hides it; the
+// trace goes on without it.
 class frmDebug : public QWidget {
   Q_OBJECT
 

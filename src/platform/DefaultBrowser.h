@@ -8,13 +8,11 @@
 // The system's record of who opens web links, under the names that it has in the Windows registry.
 // Where there is no registry, the desktop's own settings stand behind the same keys.
 
-inline constexpr TextView kHttpOpenCommand =
-    u"HKEY_CLASSES_ROOT\\http\\shell\\open\\command\\\\";
+inline constexpr TextView kHttpOpenCommand = u"HKEY_CLASSES_ROOT\\http\\shell\\open\\command\\\\";
 inline constexpr TextView kHttpUserChoice =
     u"HKEY_CURRENT_USER\\Software\\Microsoft\\Windows\\Shell\\Associations\\UrlAssociations\\http"
     u"\\UserChoice\\Progid";
-inline constexpr TextView kFirefoxApplication =
-    u"HKEY_CLASSES_ROOT\\Applications\\firefox.exe\\\\";
+inline constexpr TextView kFirefoxApplication = u"HKEY_CLASSES_ROOT\\Applications\\firefox.exe\\\\";
 
 // What makes Firefox the http handler when it is written to kHttpOpenCommand.
 inline constexpr TextView kFirefoxOpenCommand =

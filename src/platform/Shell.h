@@ -32,8 +32,8 @@ class Shell {
   // what it is to be given, such as "notepad " + path (nothing in it is quoted).
   virtual Failure startCommandLine(const Text& commandLine) = 0;
 
-  // Readable when a started program has ended and reap() is to be called; -1 where a system needs no
-  // such care.
+  // Readable when a started program has ended and reap() is to be called; -1 where a system needs
+  // no such care.
   virtual int eventsFd() const { return -1; }
 
   // Collects the programs that have ended and traces what they could not open.

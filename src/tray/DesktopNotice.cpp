@@ -28,8 +28,7 @@ void DesktopNotice::show(const QString& text) {
        << QStringLiteral("Tavrollo") << text.toHtmlEscaped() << QStringList() << QVariantMap()
        << kShownMilliseconds;
   pending_ = true;
-  auto* answer =
-      new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call), this);
+  auto* answer = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call), this);
   connect(answer, &QDBusPendingCallWatcher::finished, this, &DesktopNotice::answered);
 }
 

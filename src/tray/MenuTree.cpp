@@ -40,15 +40,15 @@ constexpr auto kEntries = std::to_array<MenuEntry>({
 });
 
 constexpr auto kImageListKeys = std::to_array<TextView>(
-    {u"agenda",   u"synchro", u"webAdmin", u"update",     u"mail",    u"webUser",
-     u"info",     u"regedit", u"aide",     u"close",      u"excel",   u"wordpad",
-     u"notepad",  u"word",    u"cmd",      u"explorer",   u"calc",    u"alarm",
-     u"timehide", u"backup",  u"web",      u"infos",      u"parametres", u"CodeBarre"});
+    {u"agenda",   u"synchro", u"webAdmin", u"update",   u"mail",       u"webUser",
+     u"info",     u"regedit", u"aide",     u"close",    u"excel",      u"wordpad",
+     u"notepad",  u"word",    u"cmd",      u"explorer", u"calc",       u"alarm",
+     u"timehide", u"backup",  u"web",      u"infos",    u"parametres", u"CodeBarre"});
 
-constexpr auto kStartOrder = std::to_array<TextView>(
-    {u"close", u"aide", u"synchro", u"explorer", u"webUser", u"webAdmin", u"infos", u"mail",
-     u"parametres", u"CodeBarre", u"update", u"excel", u"word", u"notepad", u"wordpad", u"cmd",
-     u"regedit"});
+constexpr auto kStartOrder =
+    std::to_array<TextView>({u"close", u"aide", u"synchro", u"explorer", u"webUser", u"webAdmin",
+                             u"infos", u"mail", u"parametres", u"CodeBarre", u"update", u"excel",
+                             u"word", u"notepad", u"wordpad", u"cmd", u"regedit"});
 
 constexpr auto kLocked = std::to_array<TextView>(
     {u"MenuTavrollo", u"MenuWebAdmin", u"MenuExplorer", u"MenuWin", u"MenuSynchro"});

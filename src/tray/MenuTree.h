@@ -13,7 +13,7 @@ enum class EntryKind { Submenu, Command, Separator };
 
 struct MenuEntry {
   TextView name;
-  TextView caption;    // exact; leading blanks leave room for the bitmap
+  TextView caption;  // exact; leading blanks leave room for the bitmap
   EntryKind kind;
   TextView parent;     // name of the submenu it stands in, or of the popup itself
   TextView bitmapKey;  // empty: no bitmap

@@ -46,9 +46,7 @@ void NoticeMotion::tick(TwipsSize screen) {
       interval_ = kReady;
       visible_ = false;
       return;
-    default:
-      load(screen);
-      interval_ = kSlidingUp;
+    default: load(screen); interval_ = kSlidingUp;
   }
 }
 

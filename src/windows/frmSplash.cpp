@@ -69,9 +69,9 @@ void frmSplash::placeLabels() {
   const double down = height() / natural.height();
   for (QLabel* label : {ui_->lblVersion, ui_->lblYear}) {
     const QRectF place = label->property("placeOnPicture").toRect();
-    label->setGeometry(QRectF(place.x() * across, place.y() * down, place.width() * across,
-                              place.height() * down)
-                           .toRect());
+    label->setGeometry(
+        QRectF(place.x() * across, place.y() * down, place.width() * across, place.height() * down)
+            .toRect());
     QFont font = label->font();
     font.setPixelSize(std::max(1, static_cast<int>(kFontPixels * std::min(across, down))));
     label->setFont(font);

@@ -25,23 +25,12 @@ std::string unescaped(std::string_view value) {
       continue;
     }
     switch (value[++i]) {
-      case 's':
-        text += ' ';
-        break;
-      case 'n':
-        text += '\n';
-        break;
-      case 't':
-        text += '\t';
-        break;
-      case 'r':
-        text += '\r';
-        break;
-      case '\\':
-        text += '\\';
-        break;
-      default:
-        text.append({'\\', value[i]});
+      case 's': text += ' '; break;
+      case 'n': text += '\n'; break;
+      case 't': text += '\t'; break;
+      case 'r': text += '\r'; break;
+      case '\\': text += '\\'; break;
+      default: text.append({'\\', value[i]});
     }
   }
   return text;
@@ -99,17 +88,10 @@ class Expansion {
   bool addCode(char code, std::string& argument) {
     constexpr std::string_view kDeprecated = "dDnNvm";
     switch (code) {
-      case '%':
-        argument += '%';
-        return true;
-      case 'c':
-        argument += entry_.name;
-        return true;
-      case 'k':
-        argument += entry_.path;
-        return true;
-      case 'i':
-        return true;
+      case '%': argument += '%'; return true;
+      case 'c': argument += entry_.name; return true;
+      case 'k': argument += entry_.path; return true;
+      case 'i': return true;
       case 'f':
       case 'F':
       case 'u':
@@ -117,8 +99,7 @@ class Expansion {
         tookFiles_ = true;
         if (!files_.empty()) argument += files_.front();
         return true;
-      default:
-        return kDeprecated.find(code) != std::string_view::npos;
+      default: return kDeprecated.find(code) != std::string_view::npos;
     }
   }
 

@@ -19,29 +19,19 @@ constexpr ErrnoRow kErrnoRows[] = {
     {EROFS, 70, u"Permission refusée"},   {ENOTDIR, 76, u"Chemin d'accès introuvable"},
 };
 
-Failure pathOrFileAccess() {
-  return {75, u"Erreur d'accès Chemin/Fichier"};
-}
+Failure pathOrFileAccess() { return {75, u"Erreur d'accès Chemin/Fichier"}; }
 
 }  // namespace
 
 namespace failures {
 
-Failure overflow() {
-  return {6, u"Dépassement de capacité"};
-}
+Failure overflow() { return {6, u"Dépassement de capacité"}; }
 
-Failure pastEndOfFile() {
-  return {62, u"L'entrée dépasse la fin du fichier"};
-}
+Failure pastEndOfFile() { return {62, u"L'entrée dépasse la fin du fichier"}; }
 
-Failure notRegularFile() {
-  return pathOrFileAccess();
-}
+Failure notRegularFile() { return pathOrFileAccess(); }
 
-Failure changingFile() {
-  return {70, u"Le fichier change pendant la lecture"};
-}
+Failure changingFile() { return {70, u"Le fichier change pendant la lecture"}; }
 
 }  // namespace failures
 

@@ -14,9 +14,7 @@
 
 namespace {
 
-Text lockPath() {
-  return runtimeFolder() + u"/tavrollo.lock";
-}
+Text lockPath() { return runtimeFolder() + u"/tavrollo.lock"; }
 
 // A lock of the open file: unlike flock's it can be asked about without being taken, so that asking
 // never gets in the way of an instance that is just starting.

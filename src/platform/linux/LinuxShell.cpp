@@ -50,16 +50,11 @@ std::string programOf(const std::string& file, const std::string& place) {
 // What xdg-open's exit statuses mean.
 Text openFailureText(int exitStatus) {
   switch (exitStatus) {
-    case 1:
-      return u"commande mal formée";
-    case 2:
-      return u"fichier introuvable";
-    case 3:
-      return u"un outil nécessaire est introuvable";
-    case 4:
-      return u"l'action a échoué";
-    default:
-      return {};
+    case 1: return u"commande mal formée";
+    case 2: return u"fichier introuvable";
+    case 3: return u"un outil nécessaire est introuvable";
+    case 4: return u"l'action a échoué";
+    default: return {};
   }
 }
 

@@ -42,9 +42,8 @@ bool isProgram(const std::string& path) {
   if (::faccessat(AT_FDCWD, path.c_str(), R_OK, AT_EACCESS) != 0) return true;
   if (file.open(fromUtf8Lossless(path)) || file.readAt(0, start, count)) return false;
   const std::string_view begin(start.data(), count);
-  return begin ==
-             "\x7F"
-             "ELF" ||
+  return begin == "\x7F"
+                  "ELF" ||
          begin.starts_with("#!");
 }
 

@@ -93,9 +93,7 @@ Text homeFolder() {
   return fromUtf8Lossless(withoutTrailingSlash(home.empty() ? homeFromUserRecord() : home));
 }
 
-bool isWritableFolder(const Text& path) {
-  return takesOurFiles(toPath(path).native());
-}
+bool isWritableFolder(const Text& path) { return takesOurFiles(toPath(path).native()); }
 
 LocaleData systemLocale() {
   LocaleData data = frenchLocale();

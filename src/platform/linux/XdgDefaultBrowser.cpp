@@ -29,13 +29,9 @@ std::string ask(std::vector<std::string> arguments) {
   return answer.succeeded() ? answer.output.substr(0, answer.output.find('\n')) : std::string();
 }
 
-std::string defaultBrowser() {
-  return ask({"xdg-settings", "get", "default-web-browser"});
-}
+std::string defaultBrowser() { return ask({"xdg-settings", "get", "default-web-browser"}); }
 
-std::string httpHandler() {
-  return ask({"xdg-mime", "query", "default", "x-scheme-handler/http"});
-}
+std::string httpHandler() { return ask({"xdg-mime", "query", "default", "x-scheme-handler/http"}); }
 
 // "" when no Firefox is installed.
 std::string installedFirefox() {

@@ -4,7 +4,8 @@
 #include "platform/Questions.h"
 
 // Shows boxes as message windows. Yes/No boxes have no way out but their buttons, as the system's
-// own boxes; in the others Escape and the title bar's close box mean Cancel, or OK where it is alone.
+// own boxes; in the others Escape and the title bar's close box mean Cancel, or OK where it is
+// alone.
 class MessageBoxQuestions : public Questions {
  public:
   Answer ask(const Box& box) override;

@@ -6,8 +6,7 @@
 #include "text/Text.h"
 
 inline QString toQt(TextView text) {
-  return QString(reinterpret_cast<const QChar*>(text.data()),
-                 static_cast<qsizetype>(text.size()));
+  return QString(reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size()));
 }
 
 inline Text fromQt(const QString& text) { return text.toStdU16String(); }

@@ -60,8 +60,7 @@ TEST(TrayMenu, ShowsEveryEntryWithItsCaptionInOrder) {
 
   std::map<TextView, int> place;
   for (const MenuEntry& entry : menuEntries()) {
-    QMenu& parent =
-        entry.parent == kMenuName ? tray.menu.menu() : tray.submenu(entry.parent);
+    QMenu& parent = entry.parent == kMenuName ? tray.menu.menu() : tray.submenu(entry.parent);
     ASSERT_LT(place[entry.parent], parent.actions().size());
     const QAction* shown = parent.actions().at(place[entry.parent]++);
     EXPECT_EQ(shown->objectName(), toQt(entry.name));

@@ -13,9 +13,7 @@
 // A folder of a test's own for stores and scripts, gone with the test.
 class StoreFolder {
  public:
-  StoreFolder() : path_(base() / uniqueName()) {
-    std::filesystem::create_directories(path_);
-  }
+  StoreFolder() : path_(base() / uniqueName()) { std::filesystem::create_directories(path_); }
   ~StoreFolder() {
     std::error_code ignored;
     std::filesystem::remove_all(path_, ignored);
@@ -59,5 +57,6 @@ inline void removeFile(const Text& path) { std::filesystem::remove(toPath(path))
 // Makes the file an old one, so that nobody waits for it to settle.
 inline void age(const Text& path) {
   using namespace std::chrono_literals;
-  std::filesystem::last_write_time(toPath(path), std::filesystem::file_time_type::clock::now() - 1h);
+  std::filesystem::last_write_time(toPath(path),
+                                   std::filesystem::file_time_type::clock::now() - 1h);
 }

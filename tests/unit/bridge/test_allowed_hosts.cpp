@@ -26,12 +26,11 @@ TEST(AllowedHosts, EveryOtherHostIsRefused) {
 }
 
 TEST(AllowedHosts, ListedHostsAreAllowedExactlyAndWithoutRegardToCase) {
-  const AllowedHosts hosts(
-      "\xEF\xBB\xBFintranet.example\r\n"
-      "\r\n"
-      "# other.example\n"
-      "  Nav.Example\t\n"
-      "last.example");
+  const AllowedHosts hosts("\xEF\xBB\xBFintranet.example\r\n"
+                           "\r\n"
+                           "# other.example\n"
+                           "  Nav.Example\t\n"
+                           "last.example");
   for (const std::string_view host :
        {"intranet.example", "INTRANET.example", "nav.example", "last.example"}) {
     EXPECT_TRUE(hosts.allows(host)) << host;

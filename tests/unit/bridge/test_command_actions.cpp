@@ -105,7 +105,7 @@ TEST_F(CommandActionsTest, LzckUnlocksForFalseAloneAndExactly) {
   const struct {
     Text field;
     Text action;
-  } rows[] = {{u"false", u"unlock"}, {u"FALSE", u"lock"}, {u"False", u"lock"}, {u"true", u"lock"},
+  } rows[] = {{u"false", u"unlock"}, {u"FALSE", u"lock"},  {u"False", u"lock"}, {u"true", u"lock"},
               {u"", u"lock"},        {u"false ", u"lock"}, {u"0", u"lock"}};
   for (const auto& row : rows) {
     done_.clear();
@@ -122,7 +122,8 @@ TEST_F(CommandActionsTest, AnyOtherWordDoesNothingAndHasAnEmptyMessage) {
 }
 
 TEST_F(CommandActionsTest, AMissingFieldMeansNoActionAndNoMessage) {
-  for (const Text word : {u"notepad", u"shellexe", u"runapp", u"createlink", u"ini", u"lzck", u"x"}) {
+  for (const Text word :
+       {u"notepad", u"shellexe", u"runapp", u"createlink", u"ini", u"lzck", u"x"}) {
     EXPECT_EQ(carryOut({word}), std::nullopt);
   }
   EXPECT_EQ(carryOut({u"runapp", u"x"}), std::nullopt);

@@ -165,9 +165,9 @@ TEST_F(CookieStoreReaderTest, AStoreJustWrittenHasNotSettled) {
       {49 * kMillisecond, false},
       {50 * kMillisecond, true},
       {3600'000 * kMillisecond, true},
-      {-kMillisecond, false},                 // written while it was read
+      {-kMillisecond, false},  // written while it was read
       {-5'000 * kMillisecond, false},
-      {-3600'000 * kMillisecond, true},       // the clock was set back
+      {-3600'000 * kMillisecond, true},  // the clock was set back
   };
   for (const auto& row : rows) {
     write("xx" + kName + "a_e-o-v_");
@@ -390,8 +390,10 @@ TEST_F(CookieStoreReaderTest, TheOffsetIsOneDecimalLineInTheProgramFolder) {
   const struct {
     std::string bytes;
     std::int32_t offset;
-  } rows[] = {{"", 0},          {"abc\r\n", 0},      {"12", 12},        {" 12 \r\n99\r\n", 12},
-              {"12,5\r\n", 12}, {"2147483647", INT32_MAX}, {"2147483648", 0}, {"\r\n12", 0},
+  } rows[] = {{"", 0},           {"abc\r\n", 0},
+              {"12", 12},        {" 12 \r\n99\r\n", 12},
+              {"12,5\r\n", 12},  {"2147483647", INT32_MAX},
+              {"2147483648", 0}, {"\r\n12", 0},
               {"12\xE9", 0}};
   for (const auto& row : rows) {
     folder_.write(u"offsetCookie.dat", row.bytes);

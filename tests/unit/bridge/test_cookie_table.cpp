@@ -142,7 +142,8 @@ TEST_F(CookieTableTest, ColumnsAreFoundByTheirNames) {
 TEST_F(CookieTableTest, ATableWithoutTheColumnsHasNoRows) {
   for (const std::string table :
        {"moz_cookies (name TEXT, value TEXT)", "moz_cookies (name TEXT, host TEXT)",
-        "moz_cookies (value TEXT, host TEXT, nom TEXT)", "cookies (name TEXT, value TEXT, host TEXT)",
+        "moz_cookies (value TEXT, host TEXT, nom TEXT)",
+        "cookies (name TEXT, value TEXT, host TEXT)",
         "moz_cookies (name TEXT, value TEXT, host_key TEXT)",
         "Moz_cookies_old (name TEXT, value TEXT, host TEXT)"}) {
     const Text file = folder_ / fromUtf8(std::to_string(std::hash<std::string>()(table)));
@@ -165,25 +166,25 @@ TEST_F(CookieTableTest, ADatabaseWithoutTheTableHasNoRows) {
 
 TEST_F(CookieTableTest, ADatabaseInUtf16HasNoSuchRow) {
   Database database(path());
-  database.run(
-      "PRAGMA encoding='UTF-16le';"
-      "CREATE TABLE moz_cookies (name TEXT, value TEXT, host TEXT);"
-      "INSERT INTO moz_cookies VALUES ('Tavr1CodeToExe', 'v_e-o-v_', '')");
+  database.run("PRAGMA encoding='UTF-16le';"
+               "CREATE TABLE moz_cookies (name TEXT, value TEXT, host TEXT);"
+               "INSERT INTO moz_cookies VALUES ('Tavr1CodeToExe', 'v_e-o-v_', '')");
   const Answers answers = answersFor(path());
   EXPECT_EQ(answers.rows, Rows{});
-  database.run("INSERT INTO moz_cookies VALUES (x'546176723143" "6F6465546F457865', x'61', '')");
+  database.run("INSERT INTO moz_cookies VALUES (x'546176723143"
+               "6F6465546F457865', x'61', '')");
   EXPECT_EQ(answersFor(path()).occurrences, 1u);
   EXPECT_EQ(answersFor(path()).rows, Rows{});
 }
 
 TEST_F(CookieTableTest, AHostThatIsNoTextIsNoRow) {
   Database database(path());
-  database.run(
-      "CREATE TABLE moz_cookies (name, value, host);"
-      "INSERT INTO moz_cookies VALUES ('Tavr1CodeToExe', 'a_e-o-v_', NULL);"
-      "INSERT INTO moz_cookies VALUES ('Tavr1CodeToExe', 'b_e-o-v_', 0);"
-      "INSERT INTO moz_cookies VALUES ('Tavr1CodeToExe', 'c_e-o-v_', x'');"
-      "INSERT INTO moz_cookies VALUES (x'546176723143" "6F6465546F457865', 'd_e-o-v_', '')");
+  database.run("CREATE TABLE moz_cookies (name, value, host);"
+               "INSERT INTO moz_cookies VALUES ('Tavr1CodeToExe', 'a_e-o-v_', NULL);"
+               "INSERT INTO moz_cookies VALUES ('Tavr1CodeToExe', 'b_e-o-v_', 0);"
+               "INSERT INTO moz_cookies VALUES ('Tavr1CodeToExe', 'c_e-o-v_', x'');"
+               "INSERT INTO moz_cookies VALUES (x'546176723143"
+               "6F6465546F457865', 'd_e-o-v_', '')");
   const Answers answers = answersFor(path());
   EXPECT_EQ(answers.rows, Rows{});
   EXPECT_EQ(answers.occurrences, 4u);
@@ -191,7 +192,8 @@ TEST_F(CookieTableTest, AHostThatIsNoTextIsNoRow) {
 
 TEST_F(CookieTableTest, TheValueMustStandInOnePieceAsFarAsItIsNeeded) {
   Database database(path());
-  database.run("PRAGMA page_size=1024; CREATE TABLE moz_cookies (name TEXT, value TEXT, host TEXT)");
+  database.run(
+      "PRAGMA page_size=1024; CREATE TABLE moz_cookies (name TEXT, value TEXT, host TEXT)");
   database.run("INSERT INTO moz_cookies VALUES ('Tavr1CodeToExe', '" + std::string(3000, 'v') +
                "', 'localhost')");
   // 103 to 989 bytes of it stay in the page; the host comes from an overflow page all the same.
@@ -202,7 +204,8 @@ TEST_F(CookieTableTest, TheValueMustStandInOnePieceAsFarAsItIsNeeded) {
 
 TEST_F(CookieTableTest, ARowWhosePayloadOverflowsBeforeItsNameIsPassedOver) {
   Database database(path());
-  database.run("PRAGMA page_size=1024; CREATE TABLE moz_cookies (x TEXT, name TEXT, value TEXT, host TEXT)");
+  database.run(
+      "PRAGMA page_size=1024; CREATE TABLE moz_cookies (x TEXT, name TEXT, value TEXT, host TEXT)");
   database.run("INSERT INTO moz_cookies VALUES ('" + std::string(3000, 'v') +
                "', 'Tavr1CodeToExe', 'a_e-o-v_', '')");
   EXPECT_EQ(answersFor(path()).rows, Rows{});
@@ -213,7 +216,8 @@ TEST_F(CookieTableTest, ASchemaOfManyPagesIsRead) {
   for (int i = 0; i < 60; ++i) {
     store.database().run("CREATE TABLE t" + std::to_string(i) + " (a TEXT, b TEXT)");
   }
-  store.database().run("ALTER TABLE moz_cookies RENAME TO old; CREATE TABLE moz_cookies AS SELECT * FROM old");
+  store.database().run(
+      "ALTER TABLE moz_cookies RENAME TO old; CREATE TABLE moz_cookies AS SELECT * FROM old");
   store.database().run("DROP TABLE old");
   store.setCommand("a");
   EXPECT_EQ(answersFor(path()).rows, Rows{"|a_e-o-v_"});

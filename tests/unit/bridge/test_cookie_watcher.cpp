@@ -86,16 +86,17 @@ class CookieWatcherTest : public testing::Test {
   RecordingShell shell_{events_};
   ShortcutTable shortcuts_;
   bool lockThrows_ = false;
-  CommandActions actions_{{.shell = shell_,
-                           .shortcuts = shortcuts_,
-                           .recShortQrCode = [this] { events_.push_back(u"write table"); },
-                           .writePageKey = [this](const Text& key) { events_.push_back(u"key " + key); },
-                           .lockMenus =
-                               [this](bool lock) {
-                                 if (lockThrows_) throw std::runtime_error("lock");
-                                 events_.push_back(lock ? u"lock" : u"unlock");
-                               },
-                           .currentFolder = [] { return Text(u"/"); }}};
+  CommandActions actions_{
+      {.shell = shell_,
+       .shortcuts = shortcuts_,
+       .recShortQrCode = [this] { events_.push_back(u"write table"); },
+       .writePageKey = [this](const Text& key) { events_.push_back(u"key " + key); },
+       .lockMenus =
+           [this](bool lock) {
+             if (lockThrows_) throw std::runtime_error("lock");
+             events_.push_back(lock ? u"lock" : u"unlock");
+           },
+       .currentFolder = [] { return Text(u"/"); }}};
   RecordingHost host_{events_};
   CookieWatcher watcher_{settings_, reader_, actions_, trace_, host_};
 };
@@ -104,21 +105,14 @@ class CookieWatcherTest : public testing::Test {
 
 TEST_F(CookieWatcherTest, ANewCommandIsTracedCarriedOutAndAnnouncedInThisOrder) {
   put("NotePad_|_C:/\xC3\xA9.txt_|_k1_|_");
-  EXPECT_EQ(tick(), (Events{u"pump",
-                            u"timer off",
-                            u"save offset",
-                            u"trace cookie trouvé :\r\nNotePad_|_C:/Ã©.txt_|_k1_|_",
-                            u"trace ----- en UTF 8 décode : --------",
-                            u"trace NotePad_|_C:/é.txt_|_k1_|_",
-                            u"trace --------------------------------",
-                            u"trace t(0)=NotePad",
-                            u"trace t(1)=C:/Ã©.txt",
-                            u"trace t(2)=k1",
-                            u"run notepad " + nativePath(u"C:/é.txt"),
-                            u"handled ",
-                            u"notice Lancement de NotePad",
-                            u"pump",
-                            u"timer on"}));
+  EXPECT_EQ(
+      tick(),
+      (Events{u"pump", u"timer off", u"save offset",
+              u"trace cookie trouvé :\r\nNotePad_|_C:/Ã©.txt_|_k1_|_",
+              u"trace ----- en UTF 8 décode : --------", u"trace NotePad_|_C:/é.txt_|_k1_|_",
+              u"trace --------------------------------", u"trace t(0)=NotePad",
+              u"trace t(1)=C:/Ã©.txt", u"trace t(2)=k1", u"run notepad " + nativePath(u"C:/é.txt"),
+              u"handled ", u"notice Lancement de NotePad", u"pump", u"timer on"}));
 }
 
 TEST_F(CookieWatcherTest, AnUnchangedStoreIsNeitherReadNorTraced) {
@@ -297,7 +291,8 @@ TEST_F(CookieWatcherTest, EveryFieldThatAnActionTakesIsDecodedOnce) {
 }
 
 TEST_F(CookieWatcherTest, TooFewFieldsEndTheTickWithoutActionOrNotice) {
-  for (const std::string value : {"ini", "runapp_|_x", "createlink_|_webx", "unknown", "_|", "a_|b"}) {
+  for (const std::string value :
+       {"ini", "runapp_|_x", "createlink_|_webx", "unknown", "_|", "a_|b"}) {
     const Events done = doneFor(value);
     ASSERT_EQ(done.size(), 1u) << value;
     EXPECT_TRUE(done.front().starts_with(u"handled ")) << value;
@@ -331,14 +326,8 @@ TEST_F(CookieWatcherTest, TheStoresTimeTextTellsStatesApart) {
   ++larger.size;
   FileStamp other = stamp;
   ++other.inode;
-  const StoreStamp states[] = {{},
-                               {stamp, {}},
-                               {{}, stamp},
-                               {stamp, stamp},
-                               {later, {}},
-                               {stamp, later},
-                               {larger, {}},
-                               {other, {}}};
+  const StoreStamp states[] = {{},          {stamp, {}},    {{}, stamp},  {stamp, stamp},
+                               {later, {}}, {stamp, later}, {larger, {}}, {other, {}}};
   std::set<Text> texts;
   for (const StoreStamp& state : states) texts.insert(storeTimeText(state));
   EXPECT_EQ(texts.size(), std::size(states));

@@ -11,7 +11,9 @@ namespace {
 class Root {
  public:
   Root() { std::filesystem::create_directories(toPath(folder_ / u"res_css/js")); }
-  explicit Root(std::string_view script) : Root() { folder_.write(u"res_css/js/rwCookies.js", script); }
+  explicit Root(std::string_view script) : Root() {
+    folder_.write(u"res_css/js/rwCookies.js", script);
+  }
 
   Text text() const { return folder_ / u""; }
   Text scriptPath() const { return folder_ / u"res_css/js/rwCookies.js"; }
@@ -42,7 +44,8 @@ TEST(PageKey, ReplacesTheFirstLineAndKeepsTheOthers) {
       {"var ps=\"old\";\r\n", "var ps=\"key\";\r\n"},
       {"\n", "var ps=\"key\";\r\n"},
       {"anything\r\na\nb", "var ps=\"key\";\r\na\r\nb\r\n"},
-      {"x\r\n\r\n  a\t\r\n\xE9\xC3\xA9\x81\n", "var ps=\"key\";\r\n\r\n  a\t\r\n\xE9\xC3\xA9\x81\r\n"},
+      {"x\r\n\r\n  a\t\r\n\xE9\xC3\xA9\x81\n",
+       "var ps=\"key\";\r\n\r\n  a\t\r\n\xE9\xC3\xA9\x81\r\n"},
       {std::string("x\na\0b\n", 6), std::string("var ps=\"key\";\r\na\0b\r\n", 20)},
   };
   for (const auto& row : rows) {

@@ -31,12 +31,15 @@ class RandomStore {
       case 5: return setCommand("evil.example");
       case 6:
       case 7: return setOthers(1 + upTo(8));
-      case 8: return run("DELETE FROM moz_cookies WHERE name <> 'Tavr1CodeToExe' AND id % 3 = " +
-                         std::to_string(upTo(3)));
+      case 8:
+        return run("DELETE FROM moz_cookies WHERE name <> 'Tavr1CodeToExe' AND id % 3 = " +
+                   std::to_string(upTo(3)));
       case 9: return run("VACUUM");
       case 10: return checkpoint();
-      case 11: return run("UPDATE moz_cookies SET lastAccessed = lastAccessed + 1 WHERE id % 2 = 0");
-      default: return run("UPDATE moz_cookies SET path = path || 'x' WHERE id % 5 = 0 AND host <> ''");
+      case 11:
+        return run("UPDATE moz_cookies SET lastAccessed = lastAccessed + 1 WHERE id % 2 = 0");
+      default:
+        return run("UPDATE moz_cookies SET path = path || 'x' WHERE id % 5 = 0 AND host <> ''");
     }
   }
 

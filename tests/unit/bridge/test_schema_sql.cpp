@@ -14,7 +14,8 @@ TEST(SchemaSql, NamesTheColumnsInTheirOrder) {
       {"CREATE TABLE t (Name TEXT, VALUE TEXT NOT NULL)", {"name", "value"}},
       {"CREATE TABLE \"a(b,c\" (x)", {"x"}},
       {"CREATE TABLE [a(b] (x)", {"x"}},
-      {"CREATE TABLE t(\"n,1\" TEXT, 'p)q' TEXT, `b``` INT, [c(d] INT)", {"n,1", "p)q", "b", "c(d"}},
+      {"CREATE TABLE t(\"n,1\" TEXT, 'p)q' TEXT, `b``` INT, [c(d] INT)",
+       {"n,1", "p)q", "b", "c(d"}},
       {"CREATE TABLE t(a DECIMAL(10, 2), b TEXT DEFAULT 'x,y)', c CHECK (c IN (1, 2)))",
        {"a", "b", "c"}},
       {"CREATE TABLE t(\r\n\ta INT,\n\tb INT\n)", {"a", "b"}},
@@ -34,8 +35,9 @@ TEST(SchemaSql, ConstraintsOfTheTableAreNoColumns) {
 }
 
 TEST(SchemaSql, WhatIsNoSuchStatementHasNoColumns) {
-  for (const std::string_view sql : {"", "CREATE TABLE t", "CREATE TABLE t(a, b", "CREATE TABLE t AS",
-                                     "CREATE TABLE t(\"a, b)", ")", "'", "CREATE TABLE t(a'b)"}) {
+  for (const std::string_view sql :
+       {"", "CREATE TABLE t", "CREATE TABLE t(a, b", "CREATE TABLE t AS", "CREATE TABLE t(\"a, b)",
+        ")", "'", "CREATE TABLE t(a'b)"}) {
     EXPECT_EQ(columnNames(sql), Names{}) << sql;
   }
 }

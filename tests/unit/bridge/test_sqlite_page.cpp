@@ -114,7 +114,8 @@ TEST_F(SqlitePageTest, MorePointersThanFitAreNoPage) {
 }
 
 TEST_F(SqlitePageTest, AnInteriorPageLeadsToTheChildOfARow) {
-  write({treePage(kInterior, {interiorCell(10, 5), interiorCell(11, 20)}, 12), treePage(kLeaf, {})});
+  write(
+      {treePage(kInterior, {interiorCell(10, 5), interiorCell(11, 20)}, 12), treePage(kLeaf, {})});
   const SqlitePage page = *SqlitePage::read(image_, 2);
   EXPECT_EQ(page.children(), (std::vector<std::uint32_t>{10, 11, 12}));
   const struct {
@@ -158,8 +159,14 @@ TEST_F(SqlitePageTest, ACellThatLeavesThePageIsNone) {
     std::string bytes;
     bool reads;
   } rows[] = {
-      {kPage - 4, "\x02\x07"  "ab", true},
-      {kPage - 4, "\x03\x07"  "ab", false},
+      {kPage - 4,
+       "\x02\x07"
+       "ab",
+       true},
+      {kPage - 4,
+       "\x03\x07"
+       "ab",
+       false},
       {kPage - 1, "\x02", false},
       {kPage - 2, std::string("\x81\x80", 2), false},
       {kPage, "", false},
@@ -191,7 +198,8 @@ TEST_F(SqlitePageTest, ALargePayloadGoesOnInOverflowPages) {
   const SqlitePage::Cell part = *cut.cell(0, kPage);
   EXPECT_EQ(part.localSize, 39u);
   EXPECT_EQ(part.overflowPage, 4u);
-  EXPECT_EQ(readPayload(image_, cut, part, kPage, 1000), std::string(39, 'a') + std::string(439, 'b'));
+  EXPECT_EQ(readPayload(image_, cut, part, kPage, 1000),
+            std::string(39, 'a') + std::string(439, 'b'));
 }
 
 TEST_F(SqlitePageTest, ABrokenChainOfOverflowPagesIsNoPayload) {
@@ -225,7 +233,11 @@ TEST_F(SqlitePageTest, TheUsableSizeLeavesOutWhatTheHeaderReserves) {
 TEST(SqliteRecord, ReadsItsColumns) {
   // Header of 9: null, one byte, eight bytes, real, 0, 1, a blob of 2, text of 3.
   const std::string header = "\x09" + std::string("\0\1\6\7\x08\x09\x10\x13", 8);
-  const std::string body = "A" "BBBBBBBB" "CCCCCCCC" "DD" "EEE";
+  const std::string body = "A"
+                           "BBBBBBBB"
+                           "CCCCCCCC"
+                           "DD"
+                           "EEE";
   const std::optional<std::vector<Column>> columns = readColumns(header + body);
   ASSERT_TRUE(columns);
   using Kind = Column::Kind;
@@ -233,9 +245,9 @@ TEST(SqliteRecord, ReadsItsColumns) {
     Kind kind;
     std::uint64_t offset;
     std::uint64_t length;
-  } rows[] = {{Kind::Null, 9, 0},     {Kind::Integer, 9, 1}, {Kind::Integer, 10, 8},
-              {Kind::Real, 18, 8},    {Kind::Integer, 26, 0}, {Kind::Integer, 26, 0},
-              {Kind::Blob, 26, 2},    {Kind::String, 28, 3}};
+  } rows[] = {{Kind::Null, 9, 0},  {Kind::Integer, 9, 1},  {Kind::Integer, 10, 8},
+              {Kind::Real, 18, 8}, {Kind::Integer, 26, 0}, {Kind::Integer, 26, 0},
+              {Kind::Blob, 26, 2}, {Kind::String, 28, 3}};
   ASSERT_EQ(columns->size(), std::size(rows));
   for (std::size_t i = 0; i < std::size(rows); ++i) {
     EXPECT_EQ((*columns)[i].kind, rows[i].kind) << i;
@@ -246,9 +258,9 @@ TEST(SqliteRecord, ReadsItsColumns) {
 
 TEST(SqliteRecord, WhatDoesNotFitItsPayloadIsNoRecord) {
   for (const std::string& payload :
-       {std::string(), std::string("\x03\x01", 2), std::string("\x02\x01", 2), std::string("\x02\x0A"),
-        std::string("\x02\x0B"), std::string("\x02\x81"), std::string("\x02\x13xx"),
-        "\x0A" + std::string(9, '\xFF') + "xxxx"}) {
+       {std::string(), std::string("\x03\x01", 2), std::string("\x02\x01", 2),
+        std::string("\x02\x0A"), std::string("\x02\x0B"), std::string("\x02\x81"),
+        std::string("\x02\x13xx"), "\x0A" + std::string(9, '\xFF') + "xxxx"}) {
     EXPECT_EQ(readColumns(payload).has_value(), false) << payload.size();
   }
   EXPECT_EQ(readColumns(std::string("\x01"))->size(), 0u);

@@ -43,7 +43,8 @@ TEST(StateScript, NoFieldCanEndItsLiteralOrTheScript) {
   };
   for (const auto& row : rows) {
     const std::string script = stateScript(stateWith(0, row.field));
-    EXPECT_NE(script.find(",\"dernier\":\"" + row.literal + "\",\"intervalle\":"), std::string::npos)
+    EXPECT_NE(script.find(",\"dernier\":\"" + row.literal + "\",\"intervalle\":"),
+              std::string::npos)
         << script;
   }
 }

@@ -88,10 +88,9 @@ TEST_F(StoreImageTest, TheHeaderAloneDecidesThatItIsADatabase) {
 
 TEST_F(StoreImageTest, TheLogsPagesLieOverTheStores) {
   StoreImage image;
-  ASSERT_FALSE(image.open(write(databaseOf("abc"), LogBytes(kPage, 1)
-                                                       .frame(3, page('X'), 4)
-                                                       .frame(5, page('Y'), 5)
-                                                       .bytes())));
+  ASSERT_FALSE(
+      image.open(write(databaseOf("abc"),
+                       LogBytes(kPage, 1).frame(3, page('X'), 4).frame(5, page('Y'), 5).bytes())));
   EXPECT_EQ(image.size(), 5 * kPage);
   EXPECT_EQ(all(image), databaseOf("aXcY"));
   EXPECT_TRUE(image.unchanged());
@@ -106,7 +105,8 @@ TEST_F(StoreImageTest, TheLogsPagesLieOverTheStores) {
 
 TEST_F(StoreImageTest, ALogThatShrankTheDatabaseEndsIt) {
   StoreImage image;
-  ASSERT_FALSE(image.open(write(databaseOf("abc"), LogBytes(kPage, 1).frame(2, page('X'), 2).bytes())));
+  ASSERT_FALSE(
+      image.open(write(databaseOf("abc"), LogBytes(kPage, 1).frame(2, page('X'), 2).bytes())));
   EXPECT_EQ(all(image), databaseOf("X"));
 }
 
@@ -126,7 +126,8 @@ TEST_F(StoreImageTest, ReadingPastTheEndIsAFailure) {
 
 TEST_F(StoreImageTest, APageThatNeitherFileHoldsIsAFailure) {
   StoreImage image;
-  ASSERT_FALSE(image.open(write(databaseOf("a"), LogBytes(kPage, 1).frame(1, page('X'), 9).bytes())));
+  ASSERT_FALSE(
+      image.open(write(databaseOf("a"), LogBytes(kPage, 1).frame(1, page('X'), 9).bytes())));
   char byte = 0;
   EXPECT_EQ(image.read(5 * kPage, {&byte, 1}), failures::pastEndOfFile());
 }
@@ -187,7 +188,8 @@ TEST_F(StoreImageTest, EveryChangeOfStoreOrLogShows) {
 
 TEST_F(StoreImageTest, OpeningAgainForgetsWhatWas) {
   StoreImage image;
-  ASSERT_FALSE(image.open(write(databaseOf("ab"), LogBytes(kPage, 1).frame(2, page('X'), 3).bytes())));
+  ASSERT_FALSE(
+      image.open(write(databaseOf("ab"), LogBytes(kPage, 1).frame(2, page('X'), 3).bytes())));
   ASSERT_FALSE(image.open(folder_.write(u"other", "plain")));
   EXPECT_FALSE(image.isSqlite());
   EXPECT_EQ(all(image), "plain");

@@ -148,9 +148,9 @@ TEST_F(StoreScanTest, TheScanBegins256BytesBeforeTheOffset) {
     std::int32_t offset;
     std::int64_t position;
   } rows[] = {
-      {-5, 500},  {0, 500},    {2, 500},    {3, 500},    {500, 500}, {756, 500},
-      {757, 1500}, {1500, 1500}, {1756, 1500}, {1757, 500}, {2000, 500}, {2001, 500},
-      {INT32_MAX, 500}, {INT32_MIN, 500},
+      {-5, 500},   {0, 500},    {2, 500},         {3, 500},         {500, 500},
+      {756, 500},  {757, 1500}, {1500, 1500},     {1756, 1500},     {1757, 500},
+      {2000, 500}, {2001, 500}, {INT32_MAX, 500}, {INT32_MIN, 500},
   };
   for (const auto& row : rows) EXPECT_EQ(positionIn(bytes, row.offset), row.position) << row.offset;
 }
@@ -165,8 +165,8 @@ TEST_F(StoreScanTest, TheSecondPassCoversWhatTheFirstLeftOut) {
 }
 
 TEST_F(StoreScanTest, TheFirstOccurrenceAtOrAfterTheStartWins) {
-  const std::string bytes = "xx" + kName + "a_e-o-v_" + kName + "b_e-o-v_" + blank(600) + kName +
-                            "c_e-o-v_";
+  const std::string bytes =
+      "xx" + kName + "a_e-o-v_" + kName + "b_e-o-v_" + blank(600) + kName + "c_e-o-v_";
   EXPECT_EQ(scan(bytes).value, "a");
   EXPECT_EQ(scan(bytes, 262).value, "b");
   EXPECT_EQ(scan(bytes, 640).value, "c");
@@ -299,7 +299,8 @@ TEST_F(StoreScanTest, ADamagedPageYieldsNoHitsAndNeverARawScan) {
   ASSERT_EQ(good.outcome, Outcome::Found);
   const auto rowPage = static_cast<std::size_t>(good.position - 1) / 1024;
   ASSERT_GT(rowPage, 0u);
-  for (const std::size_t type : {std::size_t{100}, rowPage * 1024}) {  // where pages tell their kind
+  for (const std::size_t type :
+       {std::size_t{100}, rowPage * 1024}) {  // where pages tell their kind
     std::string damaged = whole;
     damaged[type] = '\x7F';
     EXPECT_EQ(scan(damaged).outcome, Outcome::NotFound) << type;

@@ -120,8 +120,11 @@ TEST_F(WriteAheadLogTest, WhatIsNoLogForThisStoreIsEmpty) {
 }
 
 TEST_F(WriteAheadLogTest, AFrameForPageZeroEndsTheLog) {
-  const WriteAheadLog log = logOf(
-      LogBytes(kPage, 7).frame(1, page('a'), 3).frame(0, page('b'), 4).frame(2, page('c'), 5).bytes());
+  const WriteAheadLog log = logOf(LogBytes(kPage, 7)
+                                      .frame(1, page('a'), 3)
+                                      .frame(0, page('b'), 4)
+                                      .frame(2, page('c'), 5)
+                                      .bytes());
   EXPECT_EQ(log.pageCount(), 3u);
 }
 
@@ -134,9 +137,11 @@ TEST_F(WriteAheadLogTest, IndexingAgainForgetsWhatWas) {
 }
 
 TEST_F(WriteAheadLogTest, ANewCommitOrGenerationShows) {
-  const std::string before = LogBytes(kPage, 1).frame(1, page('a'), 9).frame(2, page('b'), 9).bytes();
+  const std::string before =
+      LogBytes(kPage, 1).frame(1, page('a'), 9).frame(2, page('b'), 9).bytes();
   std::string current = LogBytes(kPage, 2).frame(1, page('c'), 4).bytes();
-  const std::string longer = LogBytes(kPage, 2).frame(1, page('c'), 4).frame(2, page('d'), 4).bytes();
+  const std::string longer =
+      LogBytes(kPage, 2).frame(1, page('c'), 4).frame(2, page('d'), 4).bytes();
   const std::string stale = current + before.substr(current.size());
 
   const struct {
@@ -147,11 +152,11 @@ TEST_F(WriteAheadLogTest, ANewCommitOrGenerationShows) {
       {"", "", true},
       {"", current, false},
       {current, current, true},
-      {current, longer, false},   // a commit at the end
+      {current, longer, false},  // a commit at the end
       {stale, stale, true},
-      {stale, longer, false},     // a commit over stale frames, at the same size
-      {stale, before, false},     // another generation
-      {stale, current, false},    // cut
+      {stale, longer, false},   // a commit over stale frames, at the same size
+      {stale, before, false},   // another generation
+      {stale, current, false},  // cut
       {current, "", false},
       {current, current.substr(0, 31), false},
       {"no log at all", "no log at all", true},
@@ -178,11 +183,17 @@ TEST_F(WriteAheadLogTest, LostCommitsAreToldFromALogStartedAfresh) {
     std::string now;
     bool wentBack;
   } rows[] = {
-      {two, two, false},     {one, two, false},           {two, one, true},
-      {two, badFrame, true}, {two, badHeader, true},      {two, fresh, false},
-      {two, "", false},      {two, two.substr(0, 1), true},
+      {two, two, false},
+      {one, two, false},
+      {two, one, true},
+      {two, badFrame, true},
+      {two, badHeader, true},
+      {two, fresh, false},
+      {two, "", false},
+      {two, two.substr(0, 1), true},
       {two, two.substr(0, 32), true},
-      {"", badHeader, false}, {LogBytes(kPage, 1).bytes(), badHeader, false},
+      {"", badHeader, false},
+      {LogBytes(kPage, 1).bytes(), badHeader, false},
       {fresh, one, false},
   };
   for (const auto& row : rows) {

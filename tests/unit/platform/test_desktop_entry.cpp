@@ -18,19 +18,18 @@ DesktopEntry application(const std::string& exec) {
 }
 
 TEST(DesktopEntry, TheMainGroupIsRead) {
-  const auto entry = parseDesktopEntry(
-      "# a comment\n"
-      "[Other]\nExec=wrong\n"
-      "[Desktop Entry]\r\n"
-      "Type=Application\n"
-      "Name = Editor\n"
-      "Name[fr]=Éditeur\n"
-      "#Exec=commented\n"
-      "Exec=edit %f\n"
-      "Icon=pen\nTryExec=edit\nTerminal=true\nNoDisplay=true\n"
-      "no equals sign\n"
-      "[Desktop Action new]\nExec=wrong\nHidden=true\n",
-      "/a.desktop");
+  const auto entry = parseDesktopEntry("# a comment\n"
+                                       "[Other]\nExec=wrong\n"
+                                       "[Desktop Entry]\r\n"
+                                       "Type=Application\n"
+                                       "Name = Editor\n"
+                                       "Name[fr]=Éditeur\n"
+                                       "#Exec=commented\n"
+                                       "Exec=edit %f\n"
+                                       "Icon=pen\nTryExec=edit\nTerminal=true\nNoDisplay=true\n"
+                                       "no equals sign\n"
+                                       "[Desktop Action new]\nExec=wrong\nHidden=true\n",
+                                       "/a.desktop");
   ASSERT_TRUE(entry);
   EXPECT_EQ(entry->type, "Application");
   EXPECT_EQ(entry->name, "Editor");

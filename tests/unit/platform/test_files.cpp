@@ -112,9 +112,7 @@ TEST_F(FilesTest, AStampTellsSizeTimesAndIdentity) {
   EXPECT_NE(*other, *stamp);
 }
 
-TEST_F(FilesTest, NoStampOfAMissingFile) {
-  EXPECT_FALSE(fileStamp(scratch.text("missing")));
-}
+TEST_F(FilesTest, NoStampOfAMissingFile) { EXPECT_FALSE(fileStamp(scratch.text("missing"))); }
 
 TEST_F(FilesTest, AnOpenFilesStampIsThatOfItsPath) {
   scratch.write("a", "abc");

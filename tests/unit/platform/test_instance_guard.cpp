@@ -50,9 +50,7 @@ class InstanceGuardTest : public ::testing::Test {
   Variable runtime{"XDG_RUNTIME_DIR", scratch.path()};
 };
 
-TEST_F(InstanceGuardTest, NobodyRunsAtFirst) {
-  EXPECT_FALSE(runningInstance());
-}
+TEST_F(InstanceGuardTest, NobodyRunsAtFirst) { EXPECT_FALSE(runningInstance()); }
 
 TEST_F(InstanceGuardTest, TheFirstOneIsTheRunningInstance) {
   InstanceGuard guard;

@@ -6,8 +6,8 @@
 #include <sys/wait.h>
 
 #include "platform/linux/LinuxShell.h"
-#include "text/Utf.h"
 #include "support/Processes.h"
+#include "text/Utf.h"
 
 namespace {
 

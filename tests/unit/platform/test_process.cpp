@@ -22,9 +22,7 @@ ProcessStart starting(std::vector<std::string> arguments, std::string folder = {
           .withoutVariables = std::move(withoutVariables)};
 }
 
-bool hasNoChild() {
-  return ::waitpid(-1, nullptr, WNOHANG) == -1 && errno == ECHILD;
-}
+bool hasNoChild() { return ::waitpid(-1, nullptr, WNOHANG) == -1 && errno == ECHILD; }
 
 bool isReadable(int file) {
   pollfd wait{.fd = file, .events = POLLIN, .revents = 0};

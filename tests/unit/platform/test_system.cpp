@@ -5,14 +5,12 @@
 
 #include "platform/System.h"
 #include "platform/linux/RuntimeFolder.h"
-#include "text/Utf.h"
 #include "support/Processes.h"
+#include "text/Utf.h"
 
 // The C library keeps a copy of LOCPATH at every newlocale; only these tests set it.
 extern "C" const char* __lsan_default_suppressions();
-extern "C" const char* __lsan_default_suppressions() {
-  return "leak:__argz_add_sep";
-}
+extern "C" const char* __lsan_default_suppressions() { return "leak:__argz_add_sep"; }
 
 namespace {
 

@@ -85,9 +85,8 @@ TEST_F(XdgDefaultBrowserTest, WritingMakesTheInstalledFirefoxTheBrowser) {
   fakeTool("xdg-mime", "");
   browser.RegWrite(kHttpOpenCommand, kFirefoxOpenCommand);
   EXPECT_EQ(scratch.read("now"), "firefox-esr.desktop\n");
-  EXPECT_EQ(scratch.read("log"),
-            "xdg-settings set default-web-browser firefox-esr.desktop []\n"
-            "xdg-settings get default-web-browser []\n");
+  EXPECT_EQ(scratch.read("log"), "xdg-settings set default-web-browser firefox-esr.desktop []\n"
+                                 "xdg-settings get default-web-browser []\n");
 }
 
 TEST_F(XdgDefaultBrowserTest, WhatDoesNotStickIsSetForTheSchemes) {

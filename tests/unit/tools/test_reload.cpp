@@ -7,8 +7,8 @@
 #include "platform/System.h"
 #include "platform/linux/CommandWords.h"
 #include "platform/linux/LinuxShell.h"
-#include "text/Utf.h"
 #include "support/Processes.h"
+#include "text/Utf.h"
 
 namespace {
 

@@ -76,8 +76,8 @@ TEST(MenuTree, PopupIsCalledMenu) {
 
 TEST(MenuTree, HasThreeSubmenusAndTwoSeparators) {
   for (const MenuEntry& entry : menuEntries()) {
-    const bool submenu = entry.name == u"MenuWin" || entry.name == u"MenuOutils" ||
-                         entry.name == u"MenuTavrollo";
+    const bool submenu =
+        entry.name == u"MenuWin" || entry.name == u"MenuOutils" || entry.name == u"MenuTavrollo";
     const bool separator = entry.name == u"menuOff" || entry.name == u"menuOff2";
     EXPECT_EQ(entry.kind == EntryKind::Submenu, submenu);
     EXPECT_EQ(entry.kind == EntryKind::Separator, separator);
@@ -91,9 +91,8 @@ TEST(MenuTree, NestsItsEntries) {
                                    u"menuWebUser", u"MenuWebAdmin", u"MenuEnlev"}));
   EXPECT_EQ(namesIn(u"MenuWin"), (std::vector<TextView>{u"MenuExcel", u"MenuMSword", u"MenuNotePad",
                                                         u"MenuWordPad", u"MenuOutils"}));
-  EXPECT_EQ(namesIn(u"MenuOutils"),
-            (std::vector<TextView>{u"MenuDos", u"MenuChar", u"MenuWinVer", u"MenuRegEdit",
-                                   u"MenuCtrlPanel"}));
+  EXPECT_EQ(namesIn(u"MenuOutils"), (std::vector<TextView>{u"MenuDos", u"MenuChar", u"MenuWinVer",
+                                                           u"MenuRegEdit", u"MenuCtrlPanel"}));
   EXPECT_EQ(namesIn(u"MenuTavrollo"),
             (std::vector<TextView>{u"MenuAbout", u"menuContact", u"MenuParam", u"menuDebug",
                                    u"menuCodeBarre", u"MenuMAJ"}));
@@ -116,19 +115,19 @@ TEST(MenuTree, FindsAnEntryByItsExactName) {
 
 TEST(MenuTree, ImageListHolds24KeysInStoredOrder) {
   EXPECT_EQ(listed(imageListKeys()),
-            (std::vector<TextView>{u"agenda", u"synchro", u"webAdmin", u"update", u"mail",
-                                   u"webUser", u"info", u"regedit", u"aide", u"close", u"excel",
-                                   u"wordpad", u"notepad", u"word", u"cmd", u"explorer", u"calc",
-                                   u"alarm", u"timehide", u"backup", u"web", u"infos",
-                                   u"parametres", u"CodeBarre"}));
+            (std::vector<TextView>{u"agenda",   u"synchro", u"webAdmin",   u"update",   u"mail",
+                                   u"webUser",  u"info",    u"regedit",    u"aide",     u"close",
+                                   u"excel",    u"wordpad", u"notepad",    u"word",     u"cmd",
+                                   u"explorer", u"calc",    u"alarm",      u"timehide", u"backup",
+                                   u"web",      u"infos",   u"parametres", u"CodeBarre"}));
 }
 
 TEST(MenuTree, BitmapsAreAttachedInTheOrderOfStart) {
-  EXPECT_EQ(listed(bitmapKeysInStartOrder()),
-            (std::vector<TextView>{u"close", u"aide", u"synchro", u"explorer", u"webUser",
-                                   u"webAdmin", u"infos", u"mail", u"parametres", u"CodeBarre",
-                                   u"update", u"excel", u"word", u"notepad", u"wordpad", u"cmd",
-                                   u"regedit"}));
+  EXPECT_EQ(
+      listed(bitmapKeysInStartOrder()),
+      (std::vector<TextView>{u"close", u"aide", u"synchro", u"explorer", u"webUser", u"webAdmin",
+                             u"infos", u"mail", u"parametres", u"CodeBarre", u"update", u"excel",
+                             u"word", u"notepad", u"wordpad", u"cmd", u"regedit"}));
 }
 
 TEST(MenuTree, EachBitmapBelongsToOneEntryAndToTheImageList) {
