@@ -86,6 +86,8 @@ void keepLines(QMessageBox& window) {
 Answer MessageBoxQuestions::ask(const Box& box) {
   BoxWindow window;
   window.leavable = box.buttons != BoxButtons::YesNo;
+  // The program has no window that the box could lie above, and some of its windows are topmost.
+  window.setWindowFlag(Qt::WindowStaysOnTopHint);
   window.setWindowTitle(toQt(box.title));
   window.setTextFormat(Qt::PlainText);
   window.setText(toQt(withPlainLineBreaks(box.text)));

@@ -58,6 +58,13 @@ TEST(MessageBox, ShowsTitleTextAndIconWithEveryKindOfLineBreak) {
   });
 }
 
+TEST(MessageBox, LiesAboveTheWindowsThatAreAboveAllOthers) {
+  answerTo({.title = u"t", .text = u"x"}, [](QMessageBox& window) {
+    EXPECT_TRUE(window.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+    closeAnyway(window);
+  });
+}
+
 TEST(MessageBox, EveryIconHasItsPicture) {
   struct Row {
     BoxIcon icon;
