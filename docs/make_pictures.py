@@ -59,7 +59,7 @@ class Pictures:
         companion.start(wait=False)
         self.box("box-config")
 
-        second = desktop.start(os.path.abspath(companion._program), "--program-folder",
+        second = desktop.start(os.path.abspath(companion.program), "--program-folder",
                                companion.folder, name="second")
         time.sleep(1.5)
         desktop.run("xdotool", "search", "--name", "Lancements", "windowmove", "20", "30")

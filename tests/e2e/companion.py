@@ -52,7 +52,7 @@ class Companion:
 
     def __init__(self, desktop, build, store, interval=600, notifications=1, folder=None):
         self._desktop = desktop
-        self._program = require_program(build)
+        self.program = require_program(build)
         self._process = None
         self._starts = 0
         self._probes = 0
@@ -84,7 +84,7 @@ class Companion:
         self._starts += 1
         self.started_at = time.monotonic()
         self._process = self._desktop.start(
-            self._program, "--program-folder", self.folder, "--trace", name=self._log_name())
+            self.program, "--program-folder", self.folder, "--trace", name=self._log_name())
         if wait:
             wait_for(lambda: self._alive() and
                      os.path.exists(self.page_path("res_css/htm/start.html")),
