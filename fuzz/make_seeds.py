@@ -67,6 +67,9 @@ def main():
     save("fuzz_shortcuts", "table", b"var FreeId=12\r\nvar tabObj = new Object();\r\n"
          b"tabObj[\"000000003\"]=\"\xc3\x89t\xc3\xa9_|_locC:\\\\a.pdf\";\r\n"
          b"tabObj[\"000000007\"]=\"b_|_webhttp://x/\";\r\n")
+    save("fuzz_desktop_entry", "editor", "[Desktop Entry]\nType=Application\nName=Éditeur\nIcon=edit\n"
+         "Exec=\"/opt/an editor/edit\" --new %U %i %c \"\\\\$x\"\nTerminal=true\nTryExec=edit\n".encode())
+    save("fuzz_desktop_entry", "words", b"-x \"a b\" 'c d' e\\ f")
     values = [b"0", b"/home/a/cookies.sqlite", b"1000", b"/nav/res_css/js/shortQrCode.js", b"567",
               b"600", b"1", b"E:\\"]
     save("fuzz_config", "lines", b";\r\n;\r\n;\r\n" + b"".join(
