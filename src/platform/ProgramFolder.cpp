@@ -83,11 +83,19 @@ Failure failureOf(const std::error_code& error, const Text& path) {
   return error ? about(failureFromErrno(error.default_error_condition().value()), path) : Failure{};
 }
 
+// Documents are opened from another folder than the one the program was started in: only a path
+// from the root means the same in both.
+Text fromTheRoot(const Text& folder) {
+  std::error_code error;
+  const fs::path absolute = fs::absolute(toPath(folder), error);
+  return error ? folder : fromPath(absolute.lexically_normal());
+}
+
 }  // namespace
 
 Text chooseProgramFolder(const std::optional<Text>& asked, const Text& executableFolder,
                          const Text& home) {
-  if (asked && !asked->empty()) return withoutTrailingSeparator(*asked);
+  if (asked && !asked->empty()) return withoutTrailingSeparator(fromTheRoot(*asked));
   if (isPortable(executableFolder)) return withoutTrailingSeparator(executableFolder);
   return joined(home, u"Tavrollo");
 }

@@ -9,8 +9,9 @@
 // The program folder holds everything that is the user's: config.cfg, offsetCookie.dat, nav/, the
 // templates. Paths to it carry no trailing separator.
 
-// `asked` (from --program-folder), else the executable's folder when it is writable and holds nav/
-// or config.cfg (a portable installation), else Tavrollo in the user's home.
+// `asked` (from --program-folder; a relative path counts from the current folder), else the
+// executable's folder when it is writable and holds nav/ or config.cfg (a portable installation),
+// else Tavrollo in the user's home.
 Text chooseProgramFolder(const std::optional<Text>& asked, const Text& executableFolder,
                          const Text& home);
 

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/ProgramFolder.h"
+#include "platform/System.h"
 #include "support/Processes.h"
 
 namespace {
@@ -28,6 +29,13 @@ class ProgramFolderTest : public ::testing::Test {
 TEST_F(ProgramFolderTest, TheAskedOneIsTaken) {
   scratch.write("bin/config.cfg", "");
   EXPECT_EQ(chooseProgramFolder(u"/asked/", scratch.text("bin"), u"/home/a"), u"/asked");
+}
+
+TEST_F(ProgramFolderTest, ARelativeFolderIsOneOfTheCurrentFolder) {
+  EXPECT_EQ(chooseProgramFolder(u"essai/", scratch.text("bin"), u"/home/a"),
+            currentFolder() + u"/essai");
+  EXPECT_EQ(chooseProgramFolder(u"./a/../essai", scratch.text("bin"), u"/home/a"),
+            currentFolder() + u"/essai");
 }
 
 TEST_F(ProgramFolderTest, APortableInstallationIsTaken) {
