@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <QIcon>
 #include <QSocketNotifier>
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 
@@ -26,6 +27,12 @@ constexpr int kWrongUsage = 2;
 void preferX11() {
   if (!qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) return;
   if (!qEnvironmentVariableIsEmpty("DISPLAY")) qputenv("QT_QPA_PLATFORM", "xcb");
+}
+
+// Without a screen the toolkit would end the process with a crash report.
+bool canShowWindows(const std::vector<std::string>& arguments) {
+  if (hasScreen() || !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) return true;
+  return std::find(arguments.begin(), arguments.end(), "-platform") != arguments.end();
 }
 
 Text folderOf(const Text& path) { return path.substr(0, path.rfind(nativeSeparator())); }
@@ -89,6 +96,10 @@ int main(int argc, char** argv) {
   if (const std::optional<std::string> text = textAskedFor({argv + 1, argv + argc})) {
     std::cout << *text;
     return EXIT_SUCCESS;
+  }
+  if (!canShowWindows({argv + 1, argv + argc})) {
+    std::cerr << "Tavrollo a besoin d'un écran : ni DISPLAY ni WAYLAND_DISPLAY n'en donne un.\n";
+    return EXIT_FAILURE;
   }
   const TerminationRequests termination;
   preferX11();

@@ -21,6 +21,9 @@ Text executablePath();
 // The user's home folder, without a trailing separator (unless it is the root itself).
 Text homeFolder();
 
+// True when the desktop has told this process of a screen.
+bool hasScreen();
+
 // True when files can be created in the folder.
 bool isWritableFolder(const Text& path);
 

@@ -93,6 +93,11 @@ Text homeFolder() {
   return fromUtf8Lossless(withoutTrailingSlash(home.empty() ? homeFromUserRecord() : home));
 }
 
+bool hasScreen() {
+  return environmentVariable("DISPLAY").has_value() ||
+         environmentVariable("WAYLAND_DISPLAY").has_value();
+}
+
 bool isWritableFolder(const Text& path) { return takesOurFiles(toPath(path).native()); }
 
 LocaleData systemLocale() {
