@@ -103,6 +103,9 @@ class Marionette:
     def navigate(self, address):
         """Opens `address` in the current tab and waits until it is loaded."""
         self._send("WebDriver:Navigate", {"url": address})
+        # A page of another host lives in another process: a script that is sent at once may still
+        # meet the end of the page before, and then gives nothing.
+        self.wait_until("return document.readyState === 'complete' && location.href !== 'about:blank';")
 
     def address(self):
         """The address of the current tab's page."""

@@ -39,7 +39,7 @@ class Foreign(unittest.TestCase):
 
     def visit(self, host):
         self.stage.firefox.page.navigate(f"http://{host}:{self.port}/")
-        self.assertEqual(self.stage.firefox.page.run("return location.hostname;"), host)
+        self.stage.firefox.page.wait_until("return location.hostname === arguments[0];", host)
 
     def send_from(self, host, *fields):
         """Gives a command from a page of that host."""
