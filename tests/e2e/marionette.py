@@ -105,7 +105,7 @@ class Marionette:
         self._send("WebDriver:Navigate", {"url": address})
         # A page of another host lives in another process: a script that is sent at once may still
         # meet the end of the page before, and then gives nothing.
-        self.wait_until("return document.readyState === 'complete' && location.href !== 'about:blank';")
+        self.wait_until("return document.readyState === 'complete';")
 
     def address(self):
         """The address of the current tab's page."""
