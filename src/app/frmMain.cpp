@@ -76,7 +76,8 @@ frmMain::~frmMain() = default;
 
 bool frmMain::Form_Load(bool firstInstance) {
   isRunningInstance_ = firstInstance;
-  bool goesOn = true;  // a start that broke off leaves the program in the tray, with its menu
+  // A start that broke off leaves the program in the tray, with its menu.
+  bool goesOn = firstInstance;
   guarded(questions_, u"Form_Load",
           [&] { goesOn = startUp_.Form_Load(firstInstance, executablePath()); });
   return goesOn;

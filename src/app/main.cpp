@@ -35,8 +35,6 @@ bool canShowWindows(const std::vector<std::string>& arguments) {
   return std::find(arguments.begin(), arguments.end(), "-platform") != arguments.end();
 }
 
-Text folderOf(const Text& path) { return path.substr(0, path.rfind(nativeSeparator())); }
-
 // The program folder, filled when it is new; what stands in the way is told in a box.
 Failure findProgramFolder(const Options& options, Companion& companion) {
   const Text executableFolder = folderOf(executablePath());

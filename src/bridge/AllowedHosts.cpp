@@ -1,22 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "bridge/AllowedHosts.h"
 
-#include <algorithm>
-
 #include "platform/Files.h"
+#include "text/CaseFold.h"
 #include "text/Paths.h"
 #include "text/Split.h"
 
 namespace {
-
-// Hosts are ASCII in the store: a browser writes other names in their ASCII form.
-std::string lowerAscii(std::string_view text) {
-  std::string lower(text);
-  std::transform(lower.begin(), lower.end(), lower.begin(), [](char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
-  });
-  return lower;
-}
 
 std::string_view trimmed(std::string_view line) {
   constexpr std::string_view kBlanks = " \t\r";
@@ -36,12 +26,13 @@ AllowedHosts::AllowedHosts(std::string_view listFile) {
   if (listFile.starts_with(kByteOrderMark)) listFile.remove_prefix(kByteOrderMark.size());
   for (const std::string_view line : splitLines(listFile)) {
     const std::string_view host = trimmed(line);
-    if (!host.empty() && !host.starts_with('#')) listed_.insert(lowerAscii(host));
+    if (!host.empty() && !host.starts_with('#')) listed_.insert(toLowerAscii(host));
   }
 }
 
 bool AllowedHosts::allows(std::string_view host) const {
-  const std::string lower = lowerAscii(host);
+  // A browser writes hosts of other letters in their ASCII form.
+  const std::string lower = toLowerAscii(host);
   return isLocal(lower) || listed_.contains(lower);
 }
 

@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <array>
 
-namespace {
+#include "text/CaseFold.h"
 
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
+namespace {
 
 bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f'; }
 
@@ -63,8 +63,7 @@ std::string firstWord(std::string_view declaration) {
                                   [](char c) { return isBlank(c) || c == '('; });
     word.assign(declaration.begin(), end);
   }
-  std::transform(word.begin(), word.end(), word.begin(), lower);
-  return word;
+  return toLowerAscii(word);
 }
 
 bool isTableConstraint(const std::string& word) {

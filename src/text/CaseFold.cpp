@@ -33,3 +33,11 @@ Text toLower(TextView text) {
   for (char16_t& unit : lower) unit = toLower(unit);
   return lower;
 }
+
+std::string toLowerAscii(std::string_view bytes) {
+  std::string lower(bytes);
+  for (char& c : lower) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + ('a' - 'A'));
+  }
+  return lower;
+}

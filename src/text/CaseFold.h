@@ -5,3 +5,7 @@
 
 // Lower case by Unicode's simple one-to-one mapping (UnicodeData.txt), the same in every locale.
 Text toLower(TextView text);
+
+// Lower case of the letters A to Z; every other byte stays: for names that are ASCII by their
+// standard.
+std::string toLowerAscii(std::string_view bytes);

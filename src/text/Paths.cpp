@@ -46,6 +46,16 @@ char16_t nativeSeparator() {
 
 Text nativePath(TextView path) { return withSeparator(path, nativeSeparator()); }
 
+Text folderOf(const Text& path) {
+  const std::size_t cut = path.rfind(nativeSeparator());
+  return cut == Text::npos ? Text() : path.substr(0, cut);
+}
+
+Text nameOf(const Text& path) {
+  const std::size_t cut = path.rfind(nativeSeparator());
+  return cut == Text::npos ? path : path.substr(cut + 1);
+}
+
 Text webApplicationRoot(TextView shortcutPath) {
   const std::size_t cut =
       std::min(shortcutPath.find(u"res_css\\js"), shortcutPath.find(u"res_css/js"));

@@ -20,6 +20,10 @@ Text nativePath(TextView path);
 // This system's separator, "\" or "/".
 char16_t nativeSeparator();
 
+// What stands in front of the last native separator of `path` ("" without one), and what behind it.
+Text folderOf(const Text& path);
+Text nameOf(const Text& path);
+
 // The web application's root: `shortcutPath` cut in front of its first "res_css\js" or "res_css/js"
 // (so it ends with a separator), or "" when it holds neither.
 Text webApplicationRoot(TextView shortcutPath);

@@ -3,6 +3,10 @@
 
 #include <gtest/gtest.h>
 
+TEST(ToLowerAscii, TouchesTheLettersAToZAlone) {
+  EXPECT_EQ(toLowerAscii("Az @[`{\xC3\x89 1"), "az @[`{\xC3\x89 1");
+}
+
 TEST(CaseFold, CapitalsBecomeSmallLettersInEveryAlphabet) {
   const struct {
     Text text;

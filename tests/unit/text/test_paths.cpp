@@ -5,6 +5,14 @@
 
 namespace {
 
+TEST(Paths, AFileIsSplitIntoItsFolderAndItsName) {
+  const Text path = nativePath(u"/opt/a b/tavrollo");
+  EXPECT_EQ(folderOf(path), nativePath(u"/opt/a b"));
+  EXPECT_EQ(nameOf(path), u"tavrollo");
+  EXPECT_EQ(folderOf(u"tavrollo"), u"");
+  EXPECT_EQ(nameOf(u"tavrollo"), u"tavrollo");
+}
+
 TEST(Paths, TextAndPathTurnIntoEachOther) {
   EXPECT_EQ(toPath(u"a/é 日.txt"), std::filesystem::path(u8"a/é 日.txt"));
   EXPECT_EQ(fromPath(std::filesystem::path(u8"a/é 日.txt")), u"a/é 日.txt");
