@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <optional>
+
 #include "text/Text.h"
 
 // A message box as data: made by pure functions in the room that asks, shown by Questions.
@@ -22,9 +24,24 @@ struct Box {
 // and what happened.
 Box errorBox(TextView handler, TextView description);
 
-// Asks the user; the answer is one of the box's buttons.
+// What a file-open dialog is to show: a request as data, like a box.
+struct FileRequest {
+  Text title;
+  Text filterLabel;
+  Text pattern;      // for names, with * and ?; a closing ".*" also takes names without an ending
+  Text startFolder;  // where it does not exist, the nearest folder above it; "" the dialog's own
+
+  bool operator==(const FileRequest&) const = default;
+};
+
+// Asks the user.
 class Questions {
  public:
   virtual ~Questions() = default;
+
+  // The answer is one of the box's buttons.
   virtual Answer ask(const Box& box) = 0;
+
+  // The full path of one existing file; nothing when the user cancels.
+  virtual std::optional<Text> chooseFile(const FileRequest& request) = 0;
 };

@@ -3,6 +3,7 @@
 
 #include <deque>
 #include <map>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -53,9 +54,19 @@ class ScriptedQuestions : public Questions {
     answers.pop_front();
     return answer;
   }
+  std::optional<Text> chooseFile(const FileRequest& request) override {
+    fileRequests.push_back(request);
+    journal_.push_back("choose " + toUtf8(request.title));
+    if (files.empty()) throw std::logic_error("unexpected file dialog: " + toUtf8(request.title));
+    std::optional<Text> file = files.front();
+    files.pop_front();
+    return file;
+  }
 
   std::vector<Box> boxes;
   std::deque<Answer> answers;
+  std::vector<FileRequest> fileRequests;
+  std::deque<std::optional<Text>> files;  // nothing: the dialog is cancelled
 
  private:
   Journal& journal_;

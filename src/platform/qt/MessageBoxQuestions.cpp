@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/qt/MessageBoxQuestions.h"
 
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QMessageBox>
@@ -11,6 +14,7 @@
 #include <vector>
 
 #include "platform/qt/QtText.h"
+#include "text/Paths.h"
 #include "text/Split.h"
 
 namespace {
@@ -81,6 +85,25 @@ void keepLines(QMessageBox& window) {
   grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
 }
 
+// The folder itself, or the nearest one above it that exists.
+QString nearestFolder(const Text& folder) {
+  QString path = QDir::cleanPath(toQt(nativePath(folder)));
+  while (!path.isEmpty() && !QDir(path).exists()) {
+    const QString above = QDir::cleanPath(path + QStringLiteral("/.."));
+    if (above == path) return {};
+    path = above;
+  }
+  return path;
+}
+
+// "*cookies*.*" also takes "Cookies": the ending may be missing, as the pattern's home has it.
+QString nameFilter(const FileRequest& request) {
+  const QString pattern = toQt(request.pattern);
+  QString patterns = pattern;
+  if (pattern.endsWith(QStringLiteral(".*"))) patterns += QLatin1Char(' ') + pattern.chopped(2);
+  return toQt(request.filterLabel).trimmed() + QStringLiteral(" (") + patterns + QLatin1Char(')');
+}
+
 }  // namespace
 
 Answer MessageBoxQuestions::ask(const Box& box) {
@@ -110,4 +133,18 @@ Answer MessageBoxQuestions::ask(const Box& box) {
   }
   // Closed from outside: the last button is the one that does least.
   return answersOf(box.buttons).back();
+}
+
+std::optional<Text> MessageBoxQuestions::chooseFile(const FileRequest& request) {
+  QFileDialog dialog(QApplication::activeWindow(), toQt(request.title));
+  dialog.setFileMode(QFileDialog::ExistingFile);
+  dialog.setNameFilters({nameFilter(request), QStringLiteral("Tous les fichiers (*)")});
+  // A browser keeps its files in hidden folders.
+  dialog.setFilter(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+  const QString folder =
+      request.startFolder.empty() ? QString() : nearestFolder(request.startFolder);
+  if (!folder.isEmpty()) dialog.setDirectory(folder);
+
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+  return nativePath(fromQt(dialog.selectedFiles().constFirst()));
 }

@@ -9,4 +9,7 @@
 class MessageBoxQuestions : public Questions {
  public:
   Answer ask(const Box& box) override;
+
+  // The desktop's own file dialog, where it has one.
+  std::optional<Text> chooseFile(const FileRequest& request) override;
 };

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <QAbstractButton>
+#include <QDir>
+#include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStringList>
@@ -7,6 +9,8 @@
 #include <functional>
 
 #include "platform/qt/MessageBoxQuestions.h"
+#include "platform/qt/QtText.h"
+#include "support/Scratch.h"
 #include "ui/UiMain.h"
 
 namespace {
@@ -42,6 +46,20 @@ QStringList captions(const QMessageBox& window) {
 }
 
 void closeAnyway(QMessageBox& window) { window.done(QMessageBox::NoButton); }
+
+// Shows the file dialog and does `act` to it.
+std::optional<Text> chosenFile(const FileRequest& request,
+                               const std::function<void(QFileDialog&)>& act) {
+  QTimer look;
+  QObject::connect(&look, &QTimer::timeout, [&] {
+    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    if (!dialog) return;
+    look.stop();
+    act(*dialog);
+  });
+  look.start(10);
+  return MessageBoxQuestions().chooseFile(request);
+}
 
 }  // namespace
 
@@ -152,4 +170,27 @@ TEST(MessageBox, AYesNoBoxIsLeftByItsButtonsAlone) {
     window.button(QMessageBox::Yes)->click();
   });
   EXPECT_EQ(answer, Answer::Yes);
+}
+
+TEST(FileDialog, StartsInTheNearestFolderAndGivesTheChosenFile) {
+  const Scratch scratch;
+  scratch.write("Cookies", "x");
+  const FileRequest request{.title = u"Cookies  : cherchez é",
+                            .filterLabel = u"Cookies ",
+                            .pattern = u"*cookies*.*",
+                            .startFolder = scratch.text("missing/deeper")};
+  const std::optional<Text> chosen = chosenFile(request, [&](QFileDialog& dialog) {
+    EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Cookies  : cherchez é"));
+    EXPECT_EQ(dialog.directory().canonicalPath(), QDir(toQt(scratch.text(""))).canonicalPath());
+    EXPECT_EQ(dialog.nameFilters().constFirst(), QStringLiteral("Cookies (*cookies*.* *cookies*)"));
+    EXPECT_EQ(dialog.fileMode(), QFileDialog::ExistingFile);
+    dialog.selectFile(toQt(scratch.text("Cookies")));
+    QMetaObject::invokeMethod(&dialog, "accept");
+  });
+  EXPECT_EQ(chosen, scratch.text("Cookies"));
+}
+
+TEST(FileDialog, CancellingGivesNothing) {
+  const FileRequest request{.title = u"t", .filterLabel = u"f", .pattern = u"*", .startFolder = {}};
+  EXPECT_EQ(chosenFile(request, [](QFileDialog& dialog) { dialog.reject(); }), std::nullopt);
 }
