@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 
@@ -26,6 +27,17 @@ bool hasScreen();
 
 // True when files can be created in the folder.
 bool isWritableFolder(const Text& path);
+
+// Which system runs, by the three numbers that Windows tells itself apart with. Platform 1 and 2
+// are its two families; 4 is another kernel, with the first two numbers of its release.
+struct SystemVersion {
+  std::uint32_t platform = 0;
+  std::uint32_t major = 0;
+  std::uint32_t minor = 0;
+
+  bool operator==(const SystemVersion&) const = default;
+};
+SystemVersion systemVersion();
 
 // The desktop's locale; the C locale counts as French.
 LocaleData systemLocale();

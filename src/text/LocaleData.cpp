@@ -5,7 +5,12 @@
 
 #include "text/Utf.h"
 
-LocaleData frenchLocale() { return {u',', "%d/%m/%Y"}; }
+LocaleData frenchLocale() {
+  return {.decimalSeparator = u',',
+          .dateFormat = "%d/%m/%Y",
+          .groupSeparator = u'\u00A0',
+          .decimals = 2};
+}
 
 Text dateText(std::time_t time, const LocaleData& locale) {
   const std::tm* calendar = std::localtime(&time);

@@ -10,10 +10,15 @@
 // knows the desktop's own.
 struct LocaleData {
   char16_t decimalSeparator;
-  std::string dateFormat;  // in strftime's letters
+  std::string dateFormat;       // in strftime's letters
+  char16_t groupSeparator = 0;  // between groups of three digits; 0: none
+  int decimals = 2;             // of a number for which nobody says how many
+
+  bool operator==(const LocaleData&) const = default;
 };
 
-// dd/mm/yyyy and a decimal comma: the command line, the tests, and a desktop without a locale.
+// dd/mm/yyyy, a decimal comma, a no-break space between groups: the command line, the tests, and a
+// desktop without a locale.
 LocaleData frenchLocale();
 
 // The day of `time`, in local time. Empty when the calendar cannot express it.

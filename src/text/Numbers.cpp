@@ -14,6 +14,8 @@
 namespace {
 
 constexpr double kLargestPlainNumber = 1e15;  // beyond, digits alone would pretend precision
+constexpr std::size_t kMostDigits = 400;      // of any double, written out
+constexpr std::size_t kGroup = 3;
 
 // A number as std::from_chars reads it, or nothing: sign, digits, one separator, exponent.
 std::optional<std::string> plainNumber(TextView text, const LocaleData& locale) {
@@ -46,6 +48,26 @@ std::optional<Integer> toInteger(TextView text, const LocaleData& locale) {
 }
 
 Text asciiText(const char* first, const char* last) { return Text(first, last); }
+
+double roundedTo(double number, int decimals) {
+  const double scale = std::pow(10.0, decimals);
+  const double scaled = number * scale;
+  if (std::fabs(scaled) >= kLargestPlainNumber) return number;  // it has no such decimals
+  const double rounded = std::round(scaled) / scale;
+  return rounded == 0 ? 0 : rounded;  // never "-0"
+}
+
+// `digits`, a row of digits with a sign or without, cut into groups from the right.
+Text grouped(TextView digits, char16_t separator) {
+  Text text(digits);
+  if (separator == 0) return text;
+  const std::size_t first = text.starts_with(u'-') ? 1 : 0;
+  for (std::size_t at = text.size(); at > first + kGroup;) {
+    at -= kGroup;
+    text.insert(at, 1, separator);
+  }
+  return text;
+}
 
 }  // namespace
 
@@ -85,6 +107,19 @@ Text numberText(double number, const LocaleData& locale) {
       std::to_chars(digits.data(), digits.data() + digits.size(), number, format);
   if (error != std::errc()) return u"0";  // a fraction too small for the buffer
   return replaceAll(asciiText(digits.data(), end), u'.', locale.decimalSeparator);
+}
+
+Text groupedNumberText(double number, const LocaleData& locale) {
+  std::array<char, kMostDigits> digits{};
+  const auto [end, error] =
+      std::to_chars(digits.data(), digits.data() + digits.size(),
+                    roundedTo(number, locale.decimals), std::chars_format::fixed, locale.decimals);
+  if (error != std::errc()) return numberText(number, locale);
+  const Text plain = asciiText(digits.data(), end);
+  const std::size_t point = std::min(plain.find(u'.'), plain.size());
+  Text text = grouped(TextView(plain).substr(0, point), locale.groupSeparator);
+  if (point < plain.size()) text.append(1, locale.decimalSeparator).append(plain, point + 1);
+  return text;
 }
 
 Text nineDigits(std::int32_t number) {

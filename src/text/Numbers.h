@@ -22,5 +22,9 @@ Text numberText(std::int64_t number);
 // The shortest text that reads back as `number`: "567", "567,5".
 Text numberText(double number, const LocaleData& locale);
 
+// `number` with the locale's decimals and its separator between groups of three digits: "1 024,00".
+// Halves are rounded away from zero.
+Text groupedNumberText(double number, const LocaleData& locale);
+
 // The last nine characters of "000000000" followed by `number`: a shortcut's key.
 Text nineDigits(std::int32_t number);

@@ -2,6 +2,7 @@
 #include "platform/System.h"
 
 #include <array>
+#include <charconv>
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
@@ -11,9 +12,11 @@
 #include <pwd.h>
 #include <string>
 #include <sys/stat.h>
+#include <sys/utsname.h>
 #include <type_traits>
 #include <unistd.h>
 
+#include "platform/linux/KernelRelease.h"
 #include "platform/linux/RuntimeFolder.h"
 #include "text/Paths.h"
 #include "text/Utf.h"
@@ -63,6 +66,13 @@ Locale categoryLocale(const char* category, int mask) {
   return {saysNothing ? locale_t() : ::newlocale(mask, name.c_str(), locale_t()), &::freelocale};
 }
 
+// What a separator of the locale is written with; nothing when it is not one character.
+std::optional<char16_t> separatorOf(const Locale& locale, nl_item item) {
+  const Text separator = fromUtf8(::nl_langinfo_l(item, locale.get()));
+  if (separator.size() != 1 || separator.front() == u'\uFFFD') return std::nullopt;
+  return separator.front();
+}
+
 }  // namespace
 
 std::optional<Text> environmentVariable(const char* name) {
@@ -100,13 +110,24 @@ bool hasScreen() {
 
 bool isWritableFolder(const Text& path) { return takesOurFiles(toPath(path).native()); }
 
+SystemVersion versionOfRelease(std::string_view release) {
+  SystemVersion version{.platform = 4};
+  const char* const end = release.data() + release.size();
+  const char* const next = std::from_chars(release.data(), end, version.major).ptr;
+  if (next != end && *next == '.') std::from_chars(next + 1, end, version.minor);
+  return version;
+}
+
+SystemVersion systemVersion() {
+  utsname names{};
+  return ::uname(&names) == 0 ? versionOfRelease(names.release) : versionOfRelease({});
+}
+
 LocaleData systemLocale() {
   LocaleData data = frenchLocale();
   if (const Locale numeric = categoryLocale("LC_NUMERIC", LC_NUMERIC_MASK)) {
-    const Text separator = fromUtf8(::nl_langinfo_l(RADIXCHAR, numeric.get()));
-    if (separator.size() == 1 && separator.front() != u'\uFFFD') {
-      data.decimalSeparator = separator.front();
-    }
+    data.decimalSeparator = separatorOf(numeric, RADIXCHAR).value_or(data.decimalSeparator);
+    data.groupSeparator = separatorOf(numeric, THOUSEP).value_or(u'\0');
   }
   if (const Locale time = categoryLocale("LC_TIME", LC_TIME_MASK)) {
     const std::string format = ::nl_langinfo_l(D_FMT, time.get());

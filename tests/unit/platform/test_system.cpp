@@ -2,8 +2,10 @@
 #include <clocale>
 #include <gtest/gtest.h>
 #include <pwd.h>
+#include <sys/utsname.h>
 
 #include "platform/System.h"
+#include "platform/linux/KernelRelease.h"
 #include "platform/linux/RuntimeFolder.h"
 #include "support/Processes.h"
 #include "text/Utf.h"
@@ -13,10 +15,6 @@ extern "C" const char* __lsan_default_suppressions();
 extern "C" const char* __lsan_default_suppressions() { return "leak:__argz_add_sep"; }
 
 namespace {
-
-bool operator==(const LocaleData& a, const LocaleData& b) {
-  return a.decimalSeparator == b.decimalSeparator && a.dateFormat == b.dateFormat;
-}
 
 mode_t modeOf(const std::string& path) {
   struct stat status {};
@@ -84,6 +82,29 @@ TEST(System, OnlyAFolderThatTakesFilesIsWritable) {
   EXPECT_EQ(inChildWithoutRights([&] { return isWritableFolder(fromPath(folder)) ? 1 : 0; }), 0);
 }
 
+TEST(System, TheVersionIsThatOfTheKernel) {
+  const struct {
+    std::string_view release;
+    SystemVersion version;
+  } rows[] = {
+      {"6.1.0-13-amd64", {4, 6, 1}},
+      {"5.15", {4, 5, 15}},
+      {"10.0.22631", {4, 10, 0}},
+      {"6", {4, 6, 0}},
+      {"6.", {4, 6, 0}},
+      {"6-rc1.2", {4, 6, 0}},
+      {"", {4, 0, 0}},
+      {"new", {4, 0, 0}},
+      {"99999999999.1", {4, 0, 1}},
+  };
+  for (const auto& row : rows) EXPECT_EQ(versionOfRelease(row.release), row.version) << row.release;
+
+  utsname names{};
+  ASSERT_EQ(::uname(&names), 0);
+  EXPECT_EQ(systemVersion(), versionOfRelease(names.release));
+  EXPECT_GT(systemVersion().major, 0u);
+}
+
 TEST(System, ADesktopWithoutALocaleIsFrench) {
   for (const char* name : {"", "C", "POSIX", "C.UTF-8", "C.utf8", "xx_XX.UTF-8"}) {
     const Variable all("LC_ALL", name);
@@ -98,8 +119,8 @@ TEST(System, TheLocaleOfTheDesktopIsTaken) {
   const Scratch scratch;
   const std::string make = "localedef -i en_GB -f UTF-8 '" + scratch.path("en_GB.UTF-8") +
                            "' >/dev/null 2>&1; "
-                           "localedef -i de_DE -f UTF-8 '" +
-                           scratch.path("de_DE.UTF-8") + "' >/dev/null 2>&1";
+                           "localedef -i fr_FR -f UTF-8 '" +
+                           scratch.path("fr_FR.UTF-8") + "' >/dev/null 2>&1";
   if (std::system(make.c_str()) != 0) GTEST_SKIP() << "localedef is not installed";
 
   const Variable place("LOCPATH", scratch.path());
@@ -108,12 +129,12 @@ TEST(System, TheLocaleOfTheDesktopIsTaken) {
   const Variable language("LANG", "en_GB.UTF-8");
   {
     const Variable numeric("LC_NUMERIC", std::nullopt);
-    EXPECT_TRUE(systemLocale() == (LocaleData{u'.', "%d/%m/%y"}));
+    EXPECT_TRUE(systemLocale() == (LocaleData{u'.', "%d/%m/%y", u','}));
   }
-  const Variable numeric("LC_NUMERIC", "de_DE.UTF-8");
-  EXPECT_TRUE(systemLocale() == (LocaleData{u',', "%d/%m/%y"}));
-  const Variable over("LC_ALL", "de_DE.UTF-8");
-  EXPECT_TRUE(systemLocale() == (LocaleData{u',', "%d.%m.%Y"}));
+  const Variable numeric("LC_NUMERIC", "fr_FR.UTF-8");
+  EXPECT_TRUE(systemLocale() == (LocaleData{u',', "%d/%m/%y", u'\u202F'}));
+  const Variable over("LC_ALL", "fr_FR.UTF-8");
+  EXPECT_TRUE(systemLocale() == (LocaleData{u',', "%d/%m/%Y", u'\u202F'}));
   EXPECT_STREQ(std::setlocale(LC_ALL, nullptr), "C");
 }
 

@@ -21,6 +21,8 @@ std::time_t localNoon(int day, int month, int year) {
 
 TEST(LocaleData, FrenchHasADecimalCommaAndTheDayFirst) {
   EXPECT_EQ(frenchLocale().decimalSeparator, u',');
+  EXPECT_EQ(frenchLocale().groupSeparator, u'\u00A0');
+  EXPECT_EQ(frenchLocale().decimals, 2);
   EXPECT_EQ(dateText(localNoon(7, 3, 2024), frenchLocale()), u"07/03/2024");
   EXPECT_EQ(dateText(localNoon(29, 2, 2000), frenchLocale()), u"29/02/2000");
   EXPECT_EQ(dateText(localNoon(31, 12, 1999), frenchLocale()), u"31/12/1999");

@@ -116,3 +116,40 @@ TEST(Numbers, AKeyIsTheLastNineCharacters) {
   };
   for (const auto& row : rows) EXPECT_EQ(nineDigits(row.number), row.key);
 }
+
+TEST(Numbers, AGroupedNumberHasTheLocalesDecimalsAndGroups) {
+  const struct {
+    double number;
+    Text text;
+  } rows[] = {
+      {0, u"0,00"},
+      {1, u"1,00"},
+      {999.99, u"999,99"},
+      {999.996, u"1\u00A0000,00"},
+      {1024, u"1\u00A0024,00"},
+      {12345.6, u"12\u00A0345,60"},
+      {123456, u"123\u00A0456,00"},
+      {1234567.891, u"1\u00A0234\u00A0567,89"},
+      {-1, u"-1,00"},
+      {-123, u"-123,00"},
+      {-1234.5, u"-1\u00A0234,50"},
+      {-0.001, u"0,00"},
+      {1.005859375, u"1,01"},
+      {1e15, u"1\u00A0000\u00A0000\u00A0000\u00A0000\u00A0000,00"},
+  };
+  for (const auto& row : rows) EXPECT_EQ(groupedNumberText(row.number, kFrench), row.text);
+  EXPECT_EQ(groupedNumberText(std::numeric_limits<double>::max(), kFrench).size(),
+            309u + 102u + 3u);
+}
+
+TEST(Numbers, AGroupedNumbersHalvesAreRoundedAwayFromZero) {
+  EXPECT_EQ(groupedNumberText(1.125, kFrench), u"1,13");
+  EXPECT_EQ(groupedNumberText(1.375, kFrench), u"1,38");
+  EXPECT_EQ(groupedNumberText(-1.125, kFrench), u"-1,13");
+}
+
+TEST(Numbers, ALocaleMayHaveNoGroupsAndOtherDecimals) {
+  EXPECT_EQ(groupedNumberText(1234567.5, kPoint), u"1234567.50");
+  EXPECT_EQ(groupedNumberText(1234567.5, {u'.', "", u',', 0}), u"1,234,568");
+  EXPECT_EQ(groupedNumberText(1234.5, {u'.', "", u',', 3}), u"1,234.500");
+}
