@@ -74,6 +74,7 @@ class Walk {
       queue_.pop_front();
       if (!search_.folderVisited(folder.path)) return {SearchEnd::Stopped, count_};
       visit(folder);
+      if (search_.folderDone) search_.folderDone(folder.path);
     }
     return {SearchEnd::Done, count_};
   }
@@ -101,7 +102,9 @@ class Walk {
   }
 
   void enqueue(Text path, const fs::path& real) {
-    if (met_.insert(real.native()).second) queue_.push_back({std::move(path), real});
+    if (!met_.insert(real.native()).second) return;
+    if (search_.folderQueued) search_.folderQueued(path);
+    queue_.push_back({std::move(path), real});
   }
 
   const CookieStoreSearch& search_;

@@ -14,9 +14,12 @@ struct CookieStoreSearch {
   Text folder;   // where it starts, with or without a trailing separator
   Text pattern;  // as matchesPattern has it
 
-  // Called before a folder is looked into, with its path and a trailing separator. False stops the
+  // All three get a folder's path with a trailing separator: when it joins the queue, before it is
+  // looked into, and when that is over and it leaves the queue. False from folderVisited stops the
   // search: nothing may be touched any more, since the window may be gone.
+  std::function<void(const Text& folder)> folderQueued = nullptr;
   std::function<bool(const Text& folder)> folderVisited;
+  std::function<void(const Text& folder)> folderDone = nullptr;
 
   // Called for each result with its full path; a folder's results come sorted by name.
   std::function<void(const Text& path)> found;
