@@ -13,6 +13,17 @@
 #include "platform/qt/Centre.h"
 #include "ui_frmOptions.h"
 
+namespace {
+
+// The last control of a page in the order of the tab key.
+QWidget* lastControl(QWidget* page) {
+  QWidget* last = page;
+  while (page->isAncestorOf(last->nextInFocusChain())) last = last->nextInFocusChain();
+  return last;
+}
+
+}  // namespace
+
 frmOptions::frmOptions(OptionsSurroundings surroundings)
     : to_(std::move(surroundings)),
       ui_(std::make_unique<Ui::frmOptions>()),
@@ -23,7 +34,12 @@ frmOptions::frmOptions(OptionsSurroundings surroundings)
   ui_->tbsOptions->addTab(shortcuts_, QStringLiteral("Raccourcis"));
   ui_->tbsOptions->addTab(browser_, QStringLiteral("Navigateur"));
   ui_->tbsOptions->addTab(display_, QStringLiteral("Affichage"));
-  ui_->tbsOptions->addTab(new SystemPage(to_), QStringLiteral("Système"));
+  auto* system = new SystemPage(to_);
+  ui_->tbsOptions->addTab(system, QStringLiteral("Système"));
+  // The pages came behind the buttons: the tab key is to go through the page first.
+  setTabOrder(lastControl(system), ui_->cmdOk);
+  setTabOrder(ui_->cmdOk, ui_->cmdClose);
+  setTabOrder(ui_->cmdClose, ui_->cmdCancel);
 
   const auto onClick = [this](QPushButton* button, TextView name, void (frmOptions::*handler)()) {
     connect(button, &QPushButton::clicked, this, [this, procedure = Text(name), handler] {
@@ -40,6 +56,7 @@ frmOptions::~frmOptions() = default;
 bool frmOptions::Form_Load() {
   centre(*this);
   ui_->tbsOptions->setCurrentWidget(browser_);  // what most users come for
+  browser_->focusCookiesPath();
   if (!to_.shortcuts.wasLoaded()) {
     const ShortcutLoad load =
         loadShortcuts(to_.settings, to_.shortcuts, to_.programFolder, to_.locale, to_.questions);

@@ -26,12 +26,9 @@ class FirstStart(unittest.TestCase):
     def config(self):
         return os.path.join(self.companion.folder, "config.cfg")
 
-    def answer(self, title, key="Return"):
-        """Waits for the message box whose title holds `title` and presses a key in it."""
-        wait_for(lambda: f'"{title}' in self.desktop.windows(), f"the box {title!r}")
-        window = self.desktop.run("xdotool", "search", "--sync", "--name", title).split()[-1]
-        self.desktop.run("xdotool", "windowactivate", "--sync", window)
-        self.desktop.run("xdotool", "key", key)
+    def accept(self, title):
+        """Waits for the message box whose title begins with `title` and takes its default button."""
+        self.desktop.press(title, "Return")
         wait_for(lambda: f'"{title}' not in self.desktop.windows(), f"the end of the box {title!r}")
 
     def first_command_arrives(self):
@@ -49,7 +46,7 @@ class FirstStart(unittest.TestCase):
 
     def test_the_only_store_chooses_itself(self):
         self.companion.start(wait=False)
-        self.answer("Tavrollo : Initialisation du programme")
+        self.accept("Tavrollo : Initialisation du programme")
         self.first_command_arrives()
         settings = self.written_settings()
         self.assertEqual(settings[_STORE_LINE], self.stage.firefox.store)
@@ -68,14 +65,11 @@ class FirstStart(unittest.TestCase):
         os.makedirs(other)
         shutil.copy(self.stage.firefox.store, other)
         self.companion.start(wait=False)
-        self.answer("Tavrollo : Initialisation du programme")
-        self.answer("Tavrollo : fichiers de cookies multiples")
-        search = self.desktop.run("xdotool", "search", "--sync", "--name",
-                                  "Tavrollo : Recherche").split()[-1]
-        self.desktop.run("xdotool", "windowactivate", "--sync", search)
+        self.accept("Tavrollo : Initialisation du programme")
+        self.accept("Tavrollo : fichiers de cookies multiples")
         # The list has the focus; its second line is the profile in use.
-        self.desktop.run("xdotool", "key", "--delay", "100", "End", "Return")
-        self.answer("Tavrollo : choisir le fichier des cookies")
+        self.desktop.press("Tavrollo : Recherche", "End", "Return")
+        self.accept("Tavrollo : choisir le fichier des cookies")
         self.first_command_arrives()
         self.assertEqual(self.written_settings()[_STORE_LINE], self.stage.firefox.store)
 

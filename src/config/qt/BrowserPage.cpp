@@ -47,6 +47,8 @@ OptionsEntries BrowserPage::entries() const {
 
 void BrowserPage::setCookiesPath(const Text& path) { ui_->txtPathCookies->setText(toQt(path)); }
 
+void BrowserPage::focusCookiesPath() { ui_->txtPathCookies->setFocus(); }
+
 void BrowserPage::optNav_Click() { ui_->labChrome->setVisible(ui_->optNav_1->isChecked()); }
 
 void BrowserPage::cmdBrowse_Click() {

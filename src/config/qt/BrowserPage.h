@@ -27,6 +27,7 @@ class BrowserPage : public QWidget {
   OptionsEntries entries() const;
 
   void setCookiesPath(const Text& path);
+  void focusCookiesPath();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -2,6 +2,7 @@
 #include "config/qt/ShortcutsPage.h"
 
 #include <QHeaderView>
+#include <algorithm>
 
 #include "config/ConfigBoxes.h"
 #include "config/FileRequests.h"
@@ -22,6 +23,10 @@ void setUpGrid(QTableView& grid) {
   for (int column = 0; column < ShortcutGridModel::kColumns; ++column) {
     grid.setColumnWidth(column, kColumnTwips[column] / kTwipsPerPixel);
   }
+  // A key is to be read whole, whatever the desktop's font.
+  constexpr int kMargins = 10;
+  const int key = grid.fontMetrics().horizontalAdvance(QStringLiteral("000000000")) + kMargins;
+  grid.setColumnWidth(0, std::max(grid.columnWidth(0), key));
   grid.horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   // Rows of one height need not be measured, however many there are.
   grid.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
