@@ -7,9 +7,11 @@ usage: make_fonts.py FOLDER
 Writes one TrueType font for each row of FONTS into the folder, the same bytes each time. The bars stand
 on whole modules; a module is 1/24 of the font's size: at 36 points 0.53 mm, and on a screen of 96 dots
 to the inch exactly two dots. An EAN has its nominal size at 22.5 points and may be printed from 18 to 45
-points, which are 80 % and 200 %. There are no hints, no kerning and no substitutions: none may move a bar.
+points, which are 80 % and 200 %. There are no hints, no kerning and no substitutions: none may move a
+bar.
 """
 import pathlib
+import re
 import sys
 
 from fontTools import agl
@@ -40,8 +42,8 @@ ASCENT = TOP + 2
 DESCENT = 4
 
 VERSION = "1.000"
-TIMESTAMP = 3786912000  # the first of January 2024, in seconds since 1904
-COPYRIGHT = "Copyright 2024 the Tavrollo authors"
+TIMESTAMP = 3850070400  # the first of January 2026, in seconds since 1904
+COPYRIGHT = "Copyright 2026 the Tavrollo authors"
 LICENCE = (
     "This font is free software: you can redistribute it and/or modify it under the terms of the GNU "
     "General Public License as published by the Free Software Foundation, either version 3 of the "
@@ -77,14 +79,8 @@ def draw_box(pen, left, bottom, right, top):
 
 
 def draw_bars(pen, symbol):
-    right = 0
-    for space in symbol.modules.split("1"):
-        left = right + len(space)
-        right = left
-        while symbol.modules[right:right + 1] == "1":
-            right += 1
-        if right > left:
-            draw_box(pen, left, symbol.bottom, right, TOP)
+    for bar in re.finditer("1+", symbol.modules):
+        draw_box(pen, bar.start(), symbol.bottom, bar.end(), TOP)
 
 
 def draw_label(pen, label):
