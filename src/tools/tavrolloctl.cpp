@@ -21,6 +21,7 @@ constexpr Verb kVerbs[] = {
     {"cookie", "la commande que contient une base de cookies", cookieVerb},
     {"config", "les réglages d'un fichier config.cfg", configVerb},
     {"shortcuts", "les raccourcis d'un fichier shortQrCode.js", shortcutsVerb},
+    {"codebar", "les caractères d'un code barre, pour sa police", codebarVerb},
 };
 
 void writeUsage(std::ostream& out) {
