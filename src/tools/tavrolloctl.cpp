@@ -19,8 +19,10 @@ struct Verb {
 
 constexpr Verb kVerbs[] = {
     {"cookie", "la commande que contient une base de cookies", cookieVerb},
+    {"compare", "ce qui distingue deux dossiers", compareVerb},
     {"config", "les réglages d'un fichier config.cfg", configVerb},
     {"shortcuts", "les raccourcis d'un fichier shortQrCode.js", shortcutsVerb},
+    {"sync", "copier ce qui distingue deux dossiers", syncVerb},
 };
 
 void writeUsage(std::ostream& out) {
