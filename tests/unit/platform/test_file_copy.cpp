@@ -3,10 +3,10 @@
 #include <csignal>
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/mount.h>
 #include <sys/resource.h>
 
 #include "platform/FileCopy.h"
+#include "support/Mounted.h"
 #include "support/Processes.h"
 
 namespace {
@@ -391,27 +391,8 @@ TEST_F(FileCopyTest, AFileThatMayNotGrowFurtherLeavesNothing) {
   EXPECT_EQ(target.entries(), 1u);
 }
 
-// A file system of its own, mounted for the time of a test.
-class Mounted {
- public:
-  Mounted(const std::string& folder, const char* type, const char* options) : folder_(folder) {
-    mounted_ = ::mount("tavrollo-test", folder.c_str(), type, 0, options) == 0;
-  }
-  ~Mounted() {
-    if (mounted_) ::umount2(folder_.c_str(), MNT_DETACH);
-  }
-  Mounted(const Mounted&) = delete;
-  Mounted& operator=(const Mounted&) = delete;
-
-  explicit operator bool() const { return mounted_; }
-
- private:
-  std::string folder_;
-  bool mounted_ = false;
-};
-
 TEST_F(FileCopyTest, AFullDiskKeepsTheOldFileAndNothingElse) {
-  const Mounted disk(target.path(), "tmpfs", "size=64k");
+  const Mounted disk(target.path(), "size=64k");
   if (!disk) GTEST_SKIP() << "only the administrator may mount";
   open(source.text(), target.text());
   source.write("a", std::string(100'000, 'x'));
@@ -422,7 +403,7 @@ TEST_F(FileCopyTest, AFullDiskKeepsTheOldFileAndNothingElse) {
 }
 
 TEST_F(FileCopyTest, BytesGoFromOneFileSystemToAnother) {
-  const Mounted disk(target.path(), "tmpfs", "size=16m");
+  const Mounted disk(target.path(), "size=16m");
   if (!disk) GTEST_SKIP() << "only the administrator may mount";
   open(source.text(), target.text());
   std::string bytes(5'000'001, 'x');
