@@ -19,7 +19,7 @@ demonstration_packages=(
   x11-utils fonts-dejavu-core)
 
 testing_packages=(
-  xauth strace libsqlite3-dev dbus-daemon x11-utils nodejs
+  xauth strace libsqlite3-dev dbus-daemon x11-utils nodejs dosfstools
   clang 'libclang-rt-dev|libclang-rt-14-dev')
 
 full_testing_packages=(clang-tidy clang-format)

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "sync/Execution.h"
 
+#include <filesystem>
 #include <set>
+#include <system_error>
 
 #include "platform/FileCopy.h"
 #include "sync/SyncTexts.h"
 #include "sync/modCreateSubDir.h"
+#include "text/Paths.h"
 
 namespace {
 
@@ -126,8 +129,11 @@ class Run {
   Failure makeFolder(OpenSide& side, NativeView file) {
     const NativeName folder(folderOfPath(file));
     Failure failure = side.tree.makeFolder(folder);
-    const bool isNews = failure && side.refusedFolders.insert(folder).second;
-    if (isNews) questions_.ask(createSubDirBox(failure));
+    if (!failure || !side.refusedFolders.insert(folder).second) return failure;
+    std::error_code unknown;  // one that stands there and lets nobody in was not to be made
+    const bool stands =
+        std::filesystem::is_directory(toPath(side.listing.root + nativeText(folder)), unknown);
+    if (!stands) questions_.ask(createSubDirBox(failure));
     return failure;
   }
 

@@ -85,8 +85,9 @@ Failure FileCopyBatch::State::find(const FileCopyJob& job, Staged& found,
   found.targetState = job.toState;
 
   struct stat status {};
-  const bool isLink = found.target.status(status, AT_SYMLINK_NOFOLLOW) && S_ISLNK(status.st_mode);
-  if (isLink && job.toState) {
+  const bool isLink =
+      job.toState && found.target.status(status, AT_SYMLINK_NOFOLLOW) && S_ISLNK(status.st_mode);
+  if (isLink) {
     if (Failure failure = followLink(found.target)) return failure;
   }
   return checkTarget(found.target, job.toState, oldMode);
@@ -163,8 +164,11 @@ Failure putInPlace(Staged& file) {
   struct stat source {};
   if (!file.source.status(source)) return failureFromErrno(errno);
   if (!isSameVersion(source, file.sourceStatus)) return failures::changingFile();
-  std::optional<mode_t> oldMode;
-  if (Failure failure = checkTarget(file.target, file.targetState, oldMode)) return failure;
+  // Where nothing may stand, the renaming itself looks.
+  if (file.targetState) {
+    std::optional<mode_t> oldMode;
+    if (Failure failure = checkTarget(file.target, file.targetState, oldMode)) return failure;
+  }
   if (!renameTo(file.target, file.hiddenName, !file.targetState)) {
     return failureFromErrno(errno);
   }

@@ -234,6 +234,29 @@ TEST_F(ExecutionTest, AReadOnlyBackupKeepsItsFiles) {
   EXPECT_EQ(backup.entries(), 1u);
 }
 
+TEST_F(ExecutionTest, AFolderThatIsClosedSinceTheComparisonIsTracedWithoutABox) {
+  setTime(source.write("d/a", "new"), kNew);
+  setTime(backup.write("d/a", "old"), kOld);
+  source.write("e/b", "2");
+  source.write("e/c", "3");
+  list();
+  ::chmod(backup.path().c_str(), 0777);
+  ::chmod(backup.path("d").c_str(), 0);
+  ::chmod(source.path("e").c_str(), 0);
+  EXPECT_EQ(inChildWithoutRights([&] {
+              const SyncReport report = execute();
+              bool right = report.copied == 0 && report.notCopied.size() == 3;
+              for (const NotCopied& failed : report.notCopied) {
+                right = right && failed.failure.number == 70;
+              }
+              return right && questions.boxes.empty() ? 0 : 1;
+            }),
+            0);
+  ::chmod(backup.path("d").c_str(), 0755);
+  ::chmod(source.path("e").c_str(), 0755);
+  EXPECT_EQ(backup.read("d/a"), "old");
+}
+
 TEST_F(ExecutionTest, AFolderThatMayNotBeReadMakesNothingOlderReturn) {
   setTime(source.write("closed/a", "precious"), kNew);
   setTime(backup.write("closed/a", "old"), kOld);
