@@ -61,7 +61,8 @@ bool compareFolders(const std::string& source, const std::string& backup, const 
 void writeRow(std::ostream& out, const FolderPair& pair, const DifferenceRow& row) {
   const GridRow shown = gridRow(pair.source, pair.backup, row, frenchLocale());
   out << toUtf8(shown.cells[0]);
-  for (const std::size_t column : {1, 2, 3, 5, 6, 7}) {
+  for (std::size_t column = 1; column < shown.cells.size(); ++column) {
+    if (column == kPictureColumn) continue;
     out << '\t' << escaped(toUtf8Lossless(shown.cells[column]));
   }
   out << '\n';
