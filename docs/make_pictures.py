@@ -83,6 +83,62 @@ class Pictures:
         self.box("box-browser")
         companion.stop()
 
+    def centre(self, name):
+        """The middle of the screen, where the program's own windows lie."""
+        time.sleep(0.7)
+        self.screen(name, "-gravity", "center", "-crop", f"{730 * self.scale}x{550 * self.scale}+0+0")
+
+    def wait_for_window(self, title):
+        self.xdotool("search", "--sync", "--onlyvisible", "--name", title)
+        time.sleep(0.5)
+
+    def settings(self):
+        """Each page of the settings window, which a missing store leads into."""
+        companion = self.stage.companion
+        companion.configure("/home/prof/.mozilla/firefox/abcd1234.default-esr/cookies.sqlite", 1000)
+        companion.start(wait=False)
+        self.wait_for_window("Tavrollo : Impossible")
+        self.xdotool("key", "Return")
+        self.wait_for_window("Tavrollo : Paramètres")
+        # From the page about the browser, with Firefox and with Chrome, to the others.
+        self.centre("settings-browser")
+        self.xdotool("key", "shift+Tab", "space")
+        self.centre("settings-chrome")
+        for name in ("display", "system", "shortcuts"):
+            self.xdotool("key", "ctrl+Tab")
+            if name == "shortcuts":
+                self.xdotool("key", "Tab", "Tab", "Tab", "Down")
+            self.centre("settings-" + name)
+        companion.stop()
+
+    def searches(self):
+        """The search window with no store, one, and several."""
+        companion, profile = self.stage.companion, self.stage.firefox.profile
+        other = os.path.join(os.path.dirname(profile), "abcd1234.default-esr")
+        for name, stores in (("none", ()), ("one", (profile,)), ("several", (profile, other))):
+            for folder in stores:
+                os.makedirs(folder, exist_ok=True)
+                with open(os.path.join(folder, "cookies.sqlite"), "wb") as file:
+                    file.write(bytes(524288))
+            config = os.path.join(companion.folder, "config.cfg")
+            if os.path.exists(config):
+                os.remove(config)
+            companion.start(wait=False)
+            self.wait_for_window("Tavrollo : Initialisation")
+            self.xdotool("key", "Return")
+            self.wait_for_window("Tavrollo : Recherche")
+            self.centre("search-" + name)
+            if name == "several":
+                self.wait_for_window("Tavrollo : fichiers")
+                self.xdotool("key", "Return")
+                time.sleep(0.5)
+                self.xdotool("key", "End", "Return")
+                self.wait_for_window("Tavrollo : choisir")
+                self.centre("search-choice")
+            companion.stop()
+        for folder in (profile, other):
+            os.remove(os.path.join(folder, "cookies.sqlite"))
+
     def splash(self):
         time.sleep(3)
         self.screen("splash", "-gravity", "center", "-crop", f"{520 * self.scale}x{340 * self.scale}+0+0")
@@ -116,6 +172,8 @@ def take(stage, folder, scale):
     time.sleep(2)
     stage.companion.stop()
     pictures.start_boxes()
+    pictures.searches()
+    pictures.settings()
     stage.replace_browser()
     stage.companion.start()
     pictures.splash()

@@ -70,6 +70,11 @@ def main():
     save("fuzz_desktop_entry", "editor", "[Desktop Entry]\nType=Application\nName=Éditeur\nIcon=edit\n"
          "Exec=\"/opt/an editor/edit\" --new %U %i %c \"\\\\$x\"\nTerminal=true\nTryExec=edit\n".encode())
     save("fuzz_desktop_entry", "words", b"-x \"a b\" 'c d' e\\ f")
+    save("fuzz_profiles_ini", "used", b"[Install4F96D1932A9F858E]\nDefault=used.default-esr\nLocked=1\n\n"
+         b"[Profile1]\nName=default\nIsRelative=1\nPath=unused.default\nDefault=1\n\n"
+         b"[Profile0]\nIsRelative=1\nPath=used.default-esr\n\n[General]\nVersion=2\n")
+    save("fuzz_profiles_ini", "elsewhere", b"\xef\xbb\xbf[Profile0]\r\nIsRelative=0\r\n"
+         b"Path=/home/\xe9/p\r\n;x\r\n[Profile1]\r\nPath=../\xc3\xa9\r\n")
     values = [b"0", b"/home/a/cookies.sqlite", b"1000", b"/nav/res_css/js/shortQrCode.js", b"567",
               b"600", b"1", b"E:\\"]
     save("fuzz_config", "lines", b";\r\n;\r\n;\r\n" + b"".join(

@@ -8,7 +8,8 @@
 building_packages=(
   cmake ninja-build g++ pkg-config
   qt6-base-dev 'qt6-svg-dev|libqt6svg6-dev' libxcb1-dev
-  libgtest-dev libgmock-dev)
+  libgtest-dev libgmock-dev
+  python3-fonttools)
 
 running_packages=(
   qt6-qpa-plugins 'libqt6svg6|libqt6svg6t64' xdg-utils file)
@@ -19,7 +20,8 @@ demonstration_packages=(
   x11-utils fonts-dejavu-core)
 
 testing_packages=(
-  xauth strace libsqlite3-dev dbus-daemon x11-utils nodejs dosfstools
+  xauth strace libsqlite3-dev dbus-daemon x11-utils nodejs
+  python3-pil zbar-tools dosfstools
   clang 'libclang-rt-dev|libclang-rt-14-dev')
 
 full_testing_packages=(clang-tidy clang-format)

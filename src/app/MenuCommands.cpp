@@ -8,6 +8,7 @@ std::span<const MenuCommand> menuCommands() {
       {u"MenuAbout", &frmMain::MenuAbout_Click},
       {u"menuDebug", &frmMain::menuDebug_Click},
       {u"MenuQuit", &frmMain::MenuQuit_Click},
+      {u"MenuParam", &frmMain::MenuParam_Click},
       {u"menuAide", &frmMain::menuAide_Click},
       {u"menuWebUser", &frmMain::menuWebUser_Click},
       {u"MenuWebAdmin", &frmMain::MenuWebAdmin_Click},

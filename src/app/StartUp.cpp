@@ -43,10 +43,8 @@ bool StartUp::InitVar() {
     to_.host.searchCookieStore();
     return true;
   }
+  if (!loadTable()) return false;
   to_.host.showSettings();
-  const ShortcutLoad load = loadShortcuts(settings, companion.shortcuts, companion.programFolder,
-                                          companion.locale, to_.questions);
-  if (load == ShortcutLoad::Ended) return false;
 
   if (!FileExists(settings.cookiesPath)) {
     const Box box = cookieStoreInaccessibleBox(settings.cookiesPath);
@@ -63,6 +61,15 @@ bool StartUp::InitVar() {
   to_.host.lockMenus(true);
   to_.host.MenuAbout_Click();
   return true;
+}
+
+// Reading the settings again leaves the changes that were not saved in the table.
+bool StartUp::loadTable() {
+  Companion& companion = to_.companion;
+  const ShortcutTable& table = companion.shortcuts;
+  if (table.wasLoaded() && table.source() == companion.settings.shortcutPath) return true;
+  return loadShortcuts(companion.settings, companion.shortcuts, companion.programFolder,
+                       companion.locale, to_.questions) != ShortcutLoad::Ended;
 }
 
 bool StartUp::readSettings() {

@@ -49,6 +49,7 @@ class StartUp {
 
  private:
   bool readSettings();
+  bool loadTable();
   void checkShortcutPath();
 
   Parts to_;

@@ -7,14 +7,17 @@
 #include <cstdlib>
 #include <ctime>
 
-#include "app/Guarded.h"
+#include "app/Background.h"
 #include "app/MenuCommands.h"
 #include "app/StartUpBoxes.h"
 #include "app/WebPage.h"
 #include "bridge/PageKey.h"
 #include "bridge/StateScript.h"
+#include "config/CookieStorePlaces.h"
+#include "config/FirefoxProfiles.h"
 #include "config/ShortcutStore.h"
 #include "platform/Files.h"
+#include "platform/Guarded.h"
 #include "platform/System.h"
 #include "platform/Version.h"
 #include "platform/qt/QtText.h"
@@ -39,6 +42,12 @@ std::time_t programModified() {
 double secondsSinceMidnight() {
   constexpr double kMillisecondsPerSecond = 1000.0;
   return QTime::currentTime().msecsSinceStartOfDay() / kMillisecondsPerSecond;
+}
+
+void present(QWidget& window) {
+  window.show();
+  window.raise();
+  window.activateWindow();
 }
 
 // For the pages, whatever the desktop's locale: dd/mm/yyyy hh:mm:ss.
@@ -116,15 +125,15 @@ SplashContents frmMain::splashContents() const {
 }
 
 void frmMain::MenuParam_Click() {
+  // Nothing is carried out while what is watched may change under the watcher.
+  TimerFirstSearch_.stop();
   TimerCookies_.stop();
-  companion_.trace.log(u"fenêtre absente de cette version : Paramètres");
+  present(options());
 }
 
 void frmMain::menuDebug_Click() {
   if (!debug_) debug_ = std::make_unique<frmDebug>(companion_.trace);
-  debug_->show();
-  debug_->raise();
-  debug_->activateWindow();
+  present(*debug_);
 }
 
 void frmMain::MenuWebAdmin_Click() { openPage(u"index.html"); }
@@ -161,8 +170,62 @@ void frmMain::lockMenus(bool lock) {
   lockMenu(lock, [this](TextView name, bool enabled) { MenuIcon_.setEnabled(name, enabled); });
 }
 
+void frmMain::showSettings() {
+  if (options_) options_->showSettings();
+}
+
 void frmMain::searchCookieStore() {
-  companion_.trace.log(u"fenêtre absente de cette version : recherche de cookies.sqlite");
+  recursiveSearch().search(appDataFolder(userFolders()), Text(kFirefoxStore));
+}
+
+// --- The settings -------------------------------------------------------------------------------
+
+frmOptions& frmMain::options() {
+  if (!options_) {
+    options_ = std::make_unique<frmOptions>(optionsSurroundings());
+    if (!options_->Form_Load()) endProgram();
+  }
+  return *options_;
+}
+
+OptionsSurroundings frmMain::optionsSurroundings() {
+  return {
+      .settings = companion_.settings,
+      .shortcuts = companion_.shortcuts,
+      .programFolder = companion_.programFolder,
+      .locale = companion_.locale,
+      .shell = shell_,
+      .questions = questions_,
+      .setInterval = [this](std::int32_t milliseconds) { TimerCookies_.setInterval(milliseconds); },
+      .restartWatching = [this] { enableTimerFirstSearch(); },
+      .pumpEvents = [this] { pumpEvents(); },
+      .InitVar =
+          [this] {
+            if (!startUp_.InitVar()) endProgram();
+          },
+      .MenuAbout_Click = [this] { MenuAbout_Click(); },
+      .endProgram = [this] { endProgram(); }};
+}
+
+frmRecursiveSearch& frmMain::recursiveSearch() {
+  if (!search_) search_ = std::make_unique<frmRecursiveSearch>(searchSurroundings());
+  return *search_;
+}
+
+SearchSurroundings frmMain::searchSurroundings() {
+  return {.settings = companion_.settings,
+          .locale = companion_.locale,
+          .questions = questions_,
+          .pumpEvents = [this] { pumpEvents(); },
+          .showSettings = [this] { showSettings(); },
+          .storeChosen =
+              [this](const Text& path) {
+                options().setCookiesPath(path);
+                options().cmdClose_Click();
+                openPage(u"res_css\\htm\\init_cookie.html");
+              },
+          .storeNotFound = [this] { options().setCookiesPath({}); },
+          .MenuAbout_Click = [this] { MenuAbout_Click(); }};
 }
 
 // --- The watcher --------------------------------------------------------------------------------

@@ -11,6 +11,8 @@
 #include "bridge/CookieStoreReader.h"
 #include "bridge/CookieWatcher.h"
 #include "bridge/frmDebug.h"
+#include "config/frmOptions.h"
+#include "config/frmRecursiveSearch.h"
 #include "platform/DefaultBrowser.h"
 #include "platform/Questions.h"
 #include "platform/Shell.h"
@@ -49,7 +51,7 @@ class frmMain : public QWidget, public StartUp::Host, public CookieWatcher::Host
   void addTrayIcon() override;
   void setUpNotice() override;
   void attachMenuBitmaps() override;
-  void showSettings() override {}  // no window shows them yet
+  void showSettings() override;
   void enableTimerFirstSearch() override;
   void lockMenus(bool lock) override;
   void searchCookieStore() override;
@@ -68,6 +70,10 @@ class frmMain : public QWidget, public StartUp::Host, public CookieWatcher::Host
   void noTray();
   void menuChosen(TextView name);
   void openPage(TextView name);
+  frmOptions& options();
+  frmRecursiveSearch& recursiveSearch();
+  OptionsSurroundings optionsSurroundings();
+  SearchSurroundings searchSurroundings();
   SplashContents splashContents() const;
   void writeKey(const Text& key);
   CommandActions::Surroundings actionSurroundings();
@@ -82,6 +88,8 @@ class frmMain : public QWidget, public StartUp::Host, public CookieWatcher::Host
   std::unique_ptr<MenuWindow> menuWindow_;
   frmInfos infos_;
   std::unique_ptr<frmDebug> debug_;
+  std::unique_ptr<frmOptions> options_;
+  std::unique_ptr<frmRecursiveSearch> search_;
   SplashShow splash_;
 
   CookieStoreReader reader_;

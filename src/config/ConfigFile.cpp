@@ -3,6 +3,7 @@
 
 #include <optional>
 
+#include "config/ConfigBoxes.h"
 #include "config/ItemReader.h"
 #include "config/ShortcutStore.h"
 #include "config/StoredField.h"
@@ -129,6 +130,9 @@ bool readConfig(std::string_view bytes, const LocaleData& locale, Settings& sett
   return values.discard(1) && values.read(settings.backupPath);
 }
 
-Failure RecConfig(const Text& programFolder, const Settings& settings, const LocaleData& locale) {
-  return replaceFile(configPath(programFolder), configBytes(settings, locale));
+bool RecConfig(const Text& programFolder, const Settings& settings, const LocaleData& locale,
+               Questions& questions) {
+  if (!replaceFile(configPath(programFolder), configBytes(settings, locale))) return true;
+  questions.ask(configWriteFailedBox());
+  return false;
 }

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "config/Settings.h"
-#include "platform/Failure.h"
+#include "platform/Questions.h"
 #include "text/LocaleData.h"
 
 // config.cfg: the settings as a text file of 23 lines in the program folder, each value behind a
@@ -28,5 +28,7 @@ std::string configBytes(const Settings& settings, const LocaleData& locale);
 bool readConfig(std::string_view bytes, const LocaleData& locale, Settings& settings,
                 const std::function<void()>& shortcutPathRead);
 
-// Writes config.cfg in the program folder. On failure the file that stood there is left whole.
-Failure RecConfig(const Text& programFolder, const Settings& settings, const LocaleData& locale);
+// Writes config.cfg in the program folder; shows a box and answers false when that fails, with the
+// old file left whole.
+bool RecConfig(const Text& programFolder, const Settings& settings, const LocaleData& locale,
+               Questions& questions);

@@ -38,12 +38,14 @@ ShortcutLoad loadShortcuts(Settings& settings, ShortcutTable& table, const Text&
     settings.shortcutPath = defaultShortcutPath(programFolder);
     questions.ask(shortcutsNotFoundBox(settings.shortcutPath));
   }
+  table.setSource(settings.shortcutPath);
   if (readTable(settings.shortcutPath, table, locale)) return ShortcutLoad::Loaded;
 
   if (questions.ask(createShortcutsBox()) != Answer::Yes) {
     questions.ask(shortcutsMissingBox());
     return ShortcutLoad::Ended;
   }
+  if (somethingAt(settings.shortcutPath)) backUpShortcuts(settings, programFolder);
   table.load(kFirstFreeId, {{u"000000001", u"ligne init", u"locfile:///C:/essai.txt"}});
   RecShortQrCode(settings, table, questions);
   return ShortcutLoad::Created;
@@ -60,6 +62,10 @@ Text shortcutCaption(std::size_t count) {
   const Text plural = count == 1 ? u"" : u"s";
   return u"QrCodes : " + numberText(static_cast<std::int64_t>(count)) + u" Raccourci" + plural +
          u" créé" + plural;
+}
+
+Failure backUpShortcuts(const Settings& settings, const Text& programFolder) {
+  return copyFile(settings.shortcutPath, nextBackupPath(programFolder));
 }
 
 Text nextBackupPath(const Text& programFolder) {

@@ -3,6 +3,7 @@
 
 #include "config/Settings.h"
 #include "config/ShortcutTable.h"
+#include "platform/Failure.h"
 #include "platform/Questions.h"
 #include "text/LocaleData.h"
 
@@ -22,7 +23,8 @@ Text defaultShortcutPath(const Text& programFolder);
 void MAJshortQrCodeJs(const Text& programFolder);
 
 // Loads `table` from the path in `settings`, which becomes the default one where nothing stands at
-// it. Asks the user what to do when the table cannot be read.
+// it. Asks the user what to do when the table cannot be read; a file that a new one is to replace
+// is backed up first.
 ShortcutLoad loadShortcuts(Settings& settings, ShortcutTable& table, const Text& programFolder,
                            const LocaleData& locale, Questions& questions);
 
@@ -32,6 +34,9 @@ bool RecShortQrCode(const Settings& settings, const ShortcutTable& table, Questi
 
 // The grid's caption: how many shortcuts there are.
 Text shortcutCaption(std::size_t count);
+
+// Copies the table's file to the first free numbered backup.
+Failure backUpShortcuts(const Settings& settings, const Text& programFolder);
 
 // The first of the numbered backups, beside the default table, at which nothing stands yet.
 Text nextBackupPath(const Text& programFolder);

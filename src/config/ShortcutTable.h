@@ -30,6 +30,10 @@ class ShortcutTable {
   // not be written: it would wipe the user's file.
   bool wasLoaded() const { return loaded_; }
 
+  // The path of the file that the rows came from; "" before that.
+  const Text& source() const { return source_; }
+  void setSource(const Text& path) { source_ = path; }
+
   // Everything at once, as loaded.
   void load(std::int32_t freeId, std::vector<Shortcut> rows);
 
@@ -58,6 +62,7 @@ class ShortcutTable {
   std::vector<Shortcut> rows_;
   std::int32_t freeId_ = 0;
   bool loaded_ = false;
+  Text source_;
   std::map<int, Observer> observers_;
   int lastSubscription_ = 0;
 };

@@ -8,7 +8,7 @@
 
 // The verbs of tavrolloctl. Each gets the arguments behind its name, writes its result to `out` and
 // one sentence to `err` when it fails, and returns the exit status. Nothing is written to `out`
-// before the result is known to be whole.
+// before the result is known to be whole; what is read line by line is answered line by line.
 
 inline constexpr int kDone = 0;
 inline constexpr int kDifferent = 1;
@@ -22,6 +22,10 @@ int configVerb(const std::vector<std::string>& arguments, std::ostream& out, std
 
 // The shortcuts in a shortQrCode.js: FreeId, then key, name and address, one a line.
 int shortcutsVerb(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err);
+
+// The characters that draw a text's barcode in its font; or of one text for each line of the
+// standard input.
+int codebarVerb(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err);
 
 // What two folders differ in, one file a line. Exit status 0 the same, 1 different, 2 not all could
 // be compared.

@@ -19,9 +19,10 @@ struct Verb {
 
 constexpr Verb kVerbs[] = {
     {"cookie", "la commande que contient une base de cookies", cookieVerb},
-    {"compare", "ce qui distingue deux dossiers", compareVerb},
     {"config", "les réglages d'un fichier config.cfg", configVerb},
     {"shortcuts", "les raccourcis d'un fichier shortQrCode.js", shortcutsVerb},
+    {"codebar", "les caractères d'un code barre, pour sa police", codebarVerb},
+    {"compare", "ce qui distingue deux dossiers", compareVerb},
     {"sync", "copier ce qui distingue deux dossiers", syncVerb},
 };
 

@@ -241,6 +241,19 @@ class Desktop:
         """The titles of the windows on the screen, one a line, with their places and sizes."""
         return self.run("xwininfo", "-root", "-tree")
 
+    def press(self, title, *keys, timeout=20.0):
+        """Waits until the window whose title begins with `title` has the focus, and presses keys."""
+        def has_focus():
+            try:
+                found = self.run("xdotool", "search", "--onlyvisible", "--name", "^" + title).split()
+                self.run("xdotool", "windowactivate", "--sync", found[-1])
+                return self.run("xdotool", "getwindowfocus").strip() == found[-1]
+            except (subprocess.CalledProcessError, subprocess.TimeoutExpired):
+                # Not there yet, or not yet ready to be given the focus.
+                return False
+        wait_for(has_focus, f"the window {title!r} with the focus", timeout)
+        self.run("xdotool", "key", "--delay", "100", *keys)
+
     def photograph(self, path):
         """Saves a picture of the whole screen."""
         self.run("import", "-window", "root", path)

@@ -43,22 +43,20 @@ class Relaunch(unittest.TestCase):
         desktop = self.stage.desktop
         self.second = desktop.start(self.stage.companion.program, "--program-folder",
                                     self.stage.companion.folder, name="second")
-        wait_for(lambda: TITLE in desktop.windows(), "the question of the second start")
-        desktop.run("xdotool", "search", "--sync", "--name", TITLE, "windowfocus", "--sync")
 
     def instances(self):
         return instances_of(self.stage.companion.folder)
 
     def test_no_ends_the_second_one_alone(self):
         self.second_start()
-        self.stage.desktop.run("xdotool", "key", "Right", "Return")
+        self.stage.desktop.press(TITLE, "Right", "Return")
         self.assertEqual(self.second.wait(timeout=20), 0)
         self.assertEqual(self.instances(), [self.first])
         self.assertTrue(self.stage.companion.running)
 
     def test_yes_ends_the_running_one_and_starts_the_program_again(self):
         self.second_start()
-        self.stage.desktop.run("xdotool", "key", "Return")
+        self.stage.desktop.press(TITLE, "Return")
         self.assertEqual(self.second.wait(timeout=20), 0)
         wait_for(lambda: not self.stage.companion.running, "the end of the running instance")
         wait_for(lambda: len(self.instances()) == 1, "the program that was started again")

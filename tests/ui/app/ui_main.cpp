@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The main window with its real timers, on a real program folder and a store that the test writes.
+#include <QAbstractButton>
 #include <QEventLoop>
 #include <QLabel>
+#include <QLineEdit>
 #include <QSignalSpy>
 #include <QSystemTrayIcon>
 #include <QTimer>
@@ -10,6 +12,7 @@
 #include "app/StartUpBoxes.h"
 #include "app/frmMain.h"
 #include "config/ConfigFile.h"
+#include "config/SearchBoxes.h"
 #include "platform/Files.h"
 #include "platform/System.h"
 #include "platform/Version.h"
@@ -224,10 +227,124 @@ TEST_F(frmMainTest, IniStoresThePageKeyAndUnlocks) {
   EXPECT_EQ(folder.read("nav/res_css/js/rwCookies.js"), "var ps=\"cl\xE9\";\r\nreste\r\n");
 }
 
-TEST_F(frmMainTest, TheSettingsEntryWaitsForItsWindow) {
+// --- The settings -------------------------------------------------------------------------------
+
+TEST_F(frmMainTest, WhileTheSettingsAreOpenNothingIsWatched) {
   start();
-  EXPECT_FALSE(entry("MenuParam").isEnabled());
+  entry("MenuParam").trigger();
+  QWidget* options = window("frmOptions");
+  ASSERT_TRUE(options);
+  EXPECT_FALSE(options->isModal());
+  EXPECT_FALSE(watching());
+  EXPECT_FALSE(timer("TimerFirstSearch").isActive());
+  give("notepad_|_/pendant_|_");
+
+  control<QAbstractButton>(*options, "cmdClose").click();
+  EXPECT_FALSE(options->isVisible());
+  EXPECT_TRUE(timer("TimerFirstSearch").isActive());
+  timer("TimerFirstSearch").start(20);
+  ASSERT_TRUE(waitUntil([this] { return watching(); }));
+  give("notepad_|_/apres_|_");
+  EXPECT_TRUE(comes("start notepad /apres"));
+  EXPECT_FALSE(happened("start notepad /pendant"));
 }
+
+TEST_F(frmMainTest, TheSettingsWindowStopsAFirstSearchThatIsPending) {
+  main = std::make_unique<frmMain>(companion, shell, questions, browser);
+  ASSERT_TRUE(main->Form_Load(true));
+  ASSERT_TRUE(timer("TimerFirstSearch").isActive());
+  entry("MenuParam").trigger();
+  EXPECT_FALSE(timer("TimerFirstSearch").isActive());
+}
+
+TEST_F(frmMainTest, AppliedSettingsHoldAtOnce) {
+  start();
+  entry("MenuParam").trigger();
+  QWidget& options = *window("frmOptions");
+  control<QLineEdit>(options, "txtTempo").setText(QStringLiteral("700"));
+  control<QAbstractButton>(options, "optNav_1").click();
+  control<QAbstractButton>(options, "cmdOk").click();
+  EXPECT_EQ(timer("TimerCookies").interval(), 700);
+  EXPECT_FALSE(watching()) << "the window is still open";
+  EXPECT_EQ(companion.settings.browser, 1);
+  EXPECT_EQ(folder.read("config.cfg"), configBytes(companion.settings, frenchLocale()));
+}
+
+TEST_F(frmMainTest, CancellingTheSettingsStartsAnewFromTheFile) {
+  start();
+  const std::string before = folder.read("config.cfg");
+  entry("MenuParam").trigger();
+  QWidget& options = *window("frmOptions");
+  control<QAbstractButton>(options, "optNav_1").click();
+  control<QLineEdit>(options, "txtPathCookies").setText(QStringLiteral("/nulle/part"));
+  control<QAbstractButton>(options, "cmdCancel").click();
+  EXPECT_EQ(companion.settings.browser, 0);
+  EXPECT_TRUE(control<QAbstractButton>(options, "optNav_0").isChecked());
+  EXPECT_EQ(fromQt(control<QLineEdit>(options, "txtPathCookies").text()),
+            folder.text("cookies.sqlite"));
+  EXPECT_EQ(folder.read("config.cfg"), before);
+  EXPECT_TRUE(timer("TimerFirstSearch").isActive());
+}
+
+TEST_F(frmMainTest, AMissingStoreLeadsIntoTheSettings) {
+  std::filesystem::remove(folder.path("cookies.sqlite"));
+  questions.answers = {Answer::Yes};
+  main = std::make_unique<frmMain>(companion, shell, questions, browser);
+  ASSERT_TRUE(main->Form_Load(true));
+  QWidget* options = window("frmOptions");
+  ASSERT_TRUE(options);
+  EXPECT_FALSE(timer("TimerFirstSearch").isActive());
+  EXPECT_TRUE(shell.requests.empty()) << "no start page";
+
+  folder.write("autre.sqlite", store("notepad_|_/ancien_|_"));
+  control<QLineEdit>(*options, "txtPathCookies").setText(toQt(folder.text("autre.sqlite")));
+  control<QAbstractButton>(*options, "cmdClose").click();
+  EXPECT_TRUE(timer("TimerFirstSearch").isActive());
+}
+
+TEST_F(frmMainTest, UnreadableSettingsLeadThroughTheSearchToTheFirstCookiesPage) {
+  folder.write("config.cfg", "du bruit");
+  folder.write("home/.mozilla/firefox/p/cookies.sqlite", "x");
+  folder.write("home/.mozilla/firefox/profiles.ini", "[Profile0]\nPath=p\nIsRelative=1\n");
+  qputenv("HOME", QByteArray::fromStdString(folder.path("home")));
+  qunsetenv("XDG_CONFIG_HOME");
+  qunsetenv("APPDATA");
+  questions.answers = {Answer::Yes};
+  main = std::make_unique<frmMain>(companion, shell, questions, browser);
+  ASSERT_TRUE(main->Form_Load(true));
+
+  const Text found = folder.text("home/.mozilla/firefox/p/cookies.sqlite");
+  EXPECT_EQ(companion.settings.cookiesPath, found);
+  EXPECT_EQ(folder.read("config.cfg"), configBytes(companion.settings, frenchLocale()));
+  ASSERT_EQ(shell.requests.size(), 1u);
+  EXPECT_EQ(shell.requests[0].operation, u"open");
+  EXPECT_EQ(shell.requests[0].file, nativePath(folder.text("nav/res_css/htm/init_cookie.html")));
+  EXPECT_EQ(shell.requests[0].show, ShowState::Normal);
+  EXPECT_TRUE(timer("TimerFirstSearch").isActive());
+  EXPECT_TRUE(companion.shortcuts.wasLoaded());
+  QWidget* search = window("frmRecursiveSearch");
+  ASSERT_TRUE(search);
+  control<QAbstractButton>(*search, "cmdClose").click();
+  EXPECT_FALSE(search->isVisible());
+  EXPECT_TRUE(waitUntil([] { return window("frmSplash") != nullptr; }));
+}
+
+TEST_F(frmMainTest, ASearchWithoutResultLeavesAnEmptyPathAndNothingWatched) {
+  folder.write("config.cfg", "");
+  folder.makeFolders("home");
+  qputenv("HOME", QByteArray::fromStdString(folder.path("home")));
+  qunsetenv("XDG_CONFIG_HOME");
+  qunsetenv("APPDATA");
+  questions.answers = {Answer::Yes, Answer::Ok};
+  main = std::make_unique<frmMain>(companion, shell, questions, browser);
+  ASSERT_TRUE(main->Form_Load(true));
+  EXPECT_EQ(questions.boxes.back(), noCookieStoreBox());
+  EXPECT_EQ(companion.settings.cookiesPath, u"");
+  EXPECT_FALSE(timer("TimerFirstSearch").isActive());
+  EXPECT_TRUE(shell.requests.empty());
+}
+
+// --- The lock, boxes, the trace -----------------------------------------------------------------
 
 TEST_F(frmMainTest, CommandsAreCarriedOutWhileABoxIsOpen) {
   start();

@@ -246,8 +246,12 @@ TEST(TrayIcon, ComesBackWhenTheTrayIsRestarted) {
   tray.trayer.start();
   ASSERT_TRUE(waitUntil(trayManagerStands));
   ASSERT_TRUE(tray.place());
-  clickAt(tray.system->geometry().center(), 1);
-  EXPECT_TRUE(waitUntil([&] { return tray.menu.menu().isVisible(); }));
+  // The icon may still tell the place that it had in the old tray: whoever misses it clicks again.
+  const auto opens = [&] {
+    clickAt(tray.system->geometry().center(), 1);
+    return waitUntil([&] { return tray.menu.menu().isVisible(); }, 500);
+  };
+  EXPECT_TRUE(waitUntil(opens, 20'000));
   tray.menu.menu().close();
 }
 

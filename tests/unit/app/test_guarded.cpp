@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/Guarded.h"
+#include "app/Background.h"
+#include "platform/Guarded.h"
 
 #include <gtest/gtest.h>
 

@@ -6,6 +6,8 @@
 #include <limits>
 #include <random>
 
+#include "config/ConfigBoxes.h"
+#include "support/Doubles.h"
 #include "support/Scratch.h"
 #include "text/Split.h"
 
@@ -303,14 +305,20 @@ TEST(ConfigFile, IsWrittenInTheProgramFolderAndOverAnOlderOne) {
   const Scratch folder;
   EXPECT_EQ(configPath(folder.text()), folder.text("config.cfg"));
   writeBytes(folder.text("config.cfg"), std::string(5000, 'x'));
-  EXPECT_FALSE(RecConfig(folder.text(), someSettings(), kFrench));
+  Journal journal;
+  ScriptedQuestions questions(journal);
+  EXPECT_TRUE(RecConfig(folder.text(), someSettings(), kFrench, questions));
   EXPECT_EQ(bytesOf(folder.text("config.cfg")), kSomeBytes);
   EXPECT_EQ(folder.entries(), 1u);
 }
 
-TEST(ConfigFile, AProgramFolderThatIsMissingIsAFailure) {
+TEST(ConfigFile, AProgramFolderThatIsMissingHasItsBox) {
   const Scratch folder;
-  EXPECT_TRUE(RecConfig(folder.text("manquant"), someSettings(), kFrench));
+  Journal journal;
+  ScriptedQuestions questions(journal);
+  questions.answers = {Answer::Ok};
+  EXPECT_FALSE(RecConfig(folder.text("manquant"), someSettings(), kFrench, questions));
+  EXPECT_EQ(questions.boxes, std::vector<Box>{configWriteFailedBox()});
   EXPECT_EQ(folder.entries(), 0u);
 }
 

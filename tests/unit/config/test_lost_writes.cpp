@@ -51,19 +51,19 @@ void expectOldFilesAfterWriting(
   table.load(1, {{u"000000000", u"nom", u"adresse"}});
   Journal journal;
   ScriptedQuestions questions(journal);
-  questions.answers = {Answer::Ok};
+  questions.answers = {Answer::Ok, Answer::Ok};
 
   way(folder, [&] {
-    EXPECT_TRUE(RecConfig(folder.text(), settings, frenchLocale()));
+    EXPECT_FALSE(RecConfig(folder.text(), settings, frenchLocale(), questions));
     EXPECT_FALSE(RecShortQrCode(settings, table, questions));
   });
-  EXPECT_EQ(questions.boxes, std::vector<Box>{shortcutsWriteFailedBox()});
+  EXPECT_EQ(questions.boxes, std::vector<Box>({configWriteFailedBox(), shortcutsWriteFailedBox()}));
   EXPECT_EQ(bytesOf(folder.text("config.cfg")), "l'ancien");
   EXPECT_EQ(bytesOf(folder.text("table.js")), "l'ancienne");
   EXPECT_EQ(folder.entries(), 2u);
 
   // Where nothing stands in the way any more, the same call works.
-  EXPECT_FALSE(RecConfig(folder.text(), settings, frenchLocale()));
+  EXPECT_TRUE(RecConfig(folder.text(), settings, frenchLocale(), questions));
   EXPECT_EQ(bytesOf(folder.text("config.cfg")), configBytes(settings, frenchLocale()));
 }
 

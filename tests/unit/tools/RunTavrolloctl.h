@@ -19,8 +19,9 @@ struct Outcome {
 
 namespace detail {
 
-// The exit status of the program with these two files as its outputs.
-inline int statusOf(std::vector<std::string> arguments, int out, int err) {
+// The program, started with these files as its standard input and outputs; an input of -1 is the
+// test's own.
+inline pid_t startTavrolloctl(std::vector<std::string> arguments, int in, int out, int err) {
   arguments.insert(arguments.begin(), TAVROLLOCTL);
   std::vector<char*> argv;
   for (std::string& argument : arguments) argv.push_back(argument.data());
@@ -28,11 +29,16 @@ inline int statusOf(std::vector<std::string> arguments, int out, int err) {
 
   const pid_t child = fork();
   if (child == 0) {
+    if (in >= 0) dup2(in, STDIN_FILENO);
     dup2(out, STDOUT_FILENO);
     dup2(err, STDERR_FILENO);
     execv(argv[0], argv.data());
     _exit(127);
   }
+  return child;
+}
+
+inline int exitStatusOf(pid_t child) {
   int status = 0;
   waitpid(child, &status, 0);
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
@@ -45,11 +51,11 @@ inline int createFile(const Text& path) {
 }  // namespace detail
 
 // Runs it with the file descriptor `out` as its standard output, which is closed then.
-inline Outcome runTavrolloctlInto(int out, const std::vector<std::string>& arguments) {
+inline Outcome runTavrolloctlInto(int out, const std::vector<std::string>& arguments, int in = -1) {
   const Scratch folder;
   const int err = detail::createFile(folder.text("err"));
   Outcome run;
-  run.status = detail::statusOf(arguments, out, err);
+  run.status = detail::exitStatusOf(detail::startTavrolloctl(arguments, in, out, err));
   close(out);
   close(err);
   run.err = bytesOf(folder.text("err"));
@@ -59,6 +65,17 @@ inline Outcome runTavrolloctlInto(int out, const std::vector<std::string>& argum
 inline Outcome runTavrolloctl(const std::vector<std::string>& arguments) {
   const Scratch folder;
   Outcome run = runTavrolloctlInto(detail::createFile(folder.text("out")), arguments);
+  run.out = bytesOf(folder.text("out"));
+  return run;
+}
+
+// Runs it with these bytes as its standard input.
+inline Outcome runTavrolloctlOn(std::string_view input, const std::vector<std::string>& arguments) {
+  const Scratch folder;
+  writeBytes(folder.text("in"), input);
+  const int in = open(toPath(folder.text("in")).c_str(), O_RDONLY | O_CLOEXEC);
+  Outcome run = runTavrolloctlInto(detail::createFile(folder.text("out")), arguments, in);
+  close(in);
   run.out = bytesOf(folder.text("out"));
   return run;
 }

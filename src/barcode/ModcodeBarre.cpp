@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "barcode/ModcodeBarre.h"
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+constexpr std::size_t kDigits13 = 12;
+constexpr std::size_t kDigits8 = 7;
+constexpr std::size_t kAddOnDigits = 5;
+
+// `text` with zeros in front of it up to `Size` characters; `text` has no more.
+template <std::size_t Size>
+std::array<char16_t, Size> zeroFilled(TextView text) {
+  std::array<char16_t, Size> filled;
+  filled.fill(u'0');
+  std::copy_backward(text.begin(), text.end(), filled.end());
+  return filled;
+}
+
+Text encodeAddOn(TextView addOn) {
+  if (addOn.empty()) return {};
+  if (addOn.size() == 1) {
+    const auto filled = zeroFilled<2>(addOn);
+    return ModcodeBarre::EANAddOn({filled.data(), filled.size()});
+  }
+  if (addOn.size() == 3 || addOn.size() == 4) {
+    const auto filled = zeroFilled<kAddOnDigits>(addOn);
+    return ModcodeBarre::EANAddOn({filled.data(), filled.size()});
+  }
+  return ModcodeBarre::EANAddOn(addOn.substr(0, kAddOnDigits));
+}
+
+template <std::size_t Size>
+Text encodeEan(Text (*encode)(TextView), TextView source, TextView addOn) {
+  if (source.size() > Size) addOn = source.substr(Size, kAddOnDigits);
+  const auto filled = zeroFilled<Size>(source.substr(0, Size));
+  return encode({filled.data(), filled.size()}) + encodeAddOn(addOn);
+}
+
+}  // namespace
+
+Text ModcodeBarre::CodeBar(std::uint8_t type, TextView source, TextView addOn, bool withCheck) {
+  if (source.empty()) return {};
+  switch (type) {
+    case kCode39: return Code39(source);
+    case kEan13: return encodeEan<kDigits13>(EAN13, source, addOn);
+    case kEan8: return encodeEan<kDigits8>(EAN8, source, addOn);
+    case kInterleaved2of5: return Interleaved2of5(source, withCheck);
+    case kCode128: return Code128(source);
+    default: return {};
+  }
+}

@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "config/frmOptions.h"
+
+#include <QCloseEvent>
+
+#include "config/OptionsApply.h"
+#include "config/ShortcutStore.h"
+#include "config/qt/BrowserPage.h"
+#include "config/qt/DisplayPage.h"
+#include "config/qt/ShortcutsPage.h"
+#include "config/qt/SystemPage.h"
+#include "platform/Guarded.h"
+#include "platform/qt/Centre.h"
+#include "ui_frmOptions.h"
+
+namespace {
+
+// The last control of a page in the order of the tab key.
+QWidget* lastControl(QWidget* page) {
+  QWidget* last = page;
+  while (page->isAncestorOf(last->nextInFocusChain())) last = last->nextInFocusChain();
+  return last;
+}
+
+}  // namespace
+
+frmOptions::frmOptions(OptionsSurroundings surroundings)
+    : to_(std::move(surroundings)),
+      ui_(std::make_unique<Ui::frmOptions>()),
+      shortcuts_(new ShortcutsPage(to_)),
+      browser_(new BrowserPage(to_)),
+      display_(new DisplayPage(to_)) {
+  ui_->setupUi(this);
+  ui_->tbsOptions->addTab(shortcuts_, QStringLiteral("Raccourcis"));
+  ui_->tbsOptions->addTab(browser_, QStringLiteral("Navigateur"));
+  ui_->tbsOptions->addTab(display_, QStringLiteral("Affichage"));
+  auto* system = new SystemPage(to_);
+  ui_->tbsOptions->addTab(system, QStringLiteral("Système"));
+  // The pages came behind the buttons: the tab key is to go through the page first.
+  setTabOrder(lastControl(system), ui_->cmdOk);
+  setTabOrder(ui_->cmdOk, ui_->cmdClose);
+  setTabOrder(ui_->cmdClose, ui_->cmdCancel);
+
+  const auto onClick = [this](QPushButton* button, TextView name, void (frmOptions::*handler)()) {
+    connect(button, &QPushButton::clicked, this, [this, procedure = Text(name), handler] {
+      guarded(to_.questions, procedure, [&] { (this->*handler)(); });
+    });
+  };
+  onClick(ui_->cmdOk, u"cmdOk_Click", &frmOptions::cmdOk_Click);
+  onClick(ui_->cmdClose, u"cmdClose_Click", &frmOptions::cmdClose_Click);
+  onClick(ui_->cmdCancel, u"cmdCancel_Click", &frmOptions::cmdCancel_Click);
+}
+
+frmOptions::~frmOptions() = default;
+
+bool frmOptions::Form_Load() {
+  centre(*this);
+  ui_->tbsOptions->setCurrentWidget(browser_);  // what most users come for
+  browser_->focusCookiesPath();
+  if (!to_.shortcuts.wasLoaded()) {
+    const ShortcutLoad load =
+        loadShortcuts(to_.settings, to_.shortcuts, to_.programFolder, to_.locale, to_.questions);
+    if (load == ShortcutLoad::Ended) return false;
+  }
+  showSettings();
+  return true;
+}
+
+void frmOptions::showSettings() {
+  shortcuts_->load();
+  browser_->load();
+  display_->load();
+}
+
+void frmOptions::setCookiesPath(const Text& path) { browser_->setCookiesPath(path); }
+
+void frmOptions::cmdOk_Click() {
+  const OptionsTarget target{to_.settings, to_.shortcuts, to_.programFolder,
+                             to_.locale,   to_.questions, to_.setInterval};
+  const Applied applied = applyOptions(browser_->entries(), target);
+  if (applied == Applied::Ended) to_.endProgram();
+  rejected_ = applied != Applied::Saved;
+}
+
+void frmOptions::cmdClose_Click() {
+  cmdOk_Click();
+  if (!rejected_) {
+    hide();
+    to_.restartWatching();
+  }
+  rejected_ = false;
+}
+
+void frmOptions::cmdCancel_Click() {
+  hide();
+  to_.pumpEvents();
+  to_.InitVar();
+}
+
+void frmOptions::reject() {
+  guarded(to_.questions, u"cmdCancel_Click", [this] { cmdCancel_Click(); });
+}
+
+void frmOptions::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  reject();
+}

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "config/qt/SystemPage.h"
+
+#include "config/ConfigFile.h"
+#include "config/modGetOsVersion.h"
+#include "platform/Guarded.h"
+#include "platform/qt/QtText.h"
+#include "ui_SystemPage.h"
+
+SystemPage::SystemPage(const OptionsSurroundings& surroundings, QWidget* parent)
+    : QWidget(parent), to_(surroundings), ui_(std::make_unique<Ui::SystemPage>()) {
+  ui_->setupUi(this);
+  ui_->labWinVersion->setText(toQt(modGetOsVersion()));
+  ui_->txtPathCfg->setText(toQt(configPath(to_.programFolder)));
+  connect(ui_->cmdOpenCfg, &QPushButton::clicked, this,
+          [this] { guarded(to_.questions, u"cmdOpenCfg_Click", [this] { cmdOpenCfg_Click(); }); });
+}
+
+SystemPage::~SystemPage() = default;
+
+void SystemPage::cmdOpenCfg_Click() {
+  const Failure failure = to_.shell.startCommandLine(u"notepad " + configPath(to_.programFolder));
+  if (failure) to_.questions.ask(errorBox(u"cmdOpenCfg_Click", failure.description));
+}

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QWidget>
+#include <memory>
+
+#include "config/OptionsSurroundings.h"
+
+namespace Ui {
+class SystemPage;
+}
+
+// The options window's page about the system under the program: its version, the settings' file.
+class SystemPage : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit SystemPage(const OptionsSurroundings& surroundings, QWidget* parent = nullptr);
+  ~SystemPage() override;
+
+ private:
+  void cmdOpenCfg_Click();
+
+  const OptionsSurroundings& to_;
+  std::unique_ptr<Ui::SystemPage> ui_;
+};
