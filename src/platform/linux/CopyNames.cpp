@@ -21,7 +21,8 @@ std::string startOf(const std::string& process) {
   const std::size_t name = status.rfind(')');  // a name may hold anything
   if (name == std::string::npos) return {};
   constexpr std::size_t kStart = 20;  // the 22nd field, counted from behind the name
-  const std::vector<std::string_view> fields = split(status.substr(name + 1), " ");
+  const std::vector<std::string_view> fields =
+      split(std::string_view(status).substr(name + 1), " ");
   return fields.size() > kStart ? std::string(fields[kStart]) : std::string();
 }
 
