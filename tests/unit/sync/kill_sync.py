@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Kills a synchronisation again and again at any moment: each target must be the old file or the new
 one, whole, and the next run must leave nothing of the killed one.
