@@ -9,6 +9,7 @@ std::span<const MenuCommand> menuCommands() {
       {u"menuDebug", &frmMain::menuDebug_Click},
       {u"MenuQuit", &frmMain::MenuQuit_Click},
       {u"MenuParam", &frmMain::MenuParam_Click},
+      {u"MenuSynchro", &frmMain::MenuSynchro_Click},
       {u"menuAide", &frmMain::menuAide_Click},
       {u"menuWebUser", &frmMain::menuWebUser_Click},
       {u"MenuWebAdmin", &frmMain::MenuWebAdmin_Click},

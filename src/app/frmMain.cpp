@@ -21,6 +21,7 @@
 #include "platform/System.h"
 #include "platform/Version.h"
 #include "platform/qt/QtText.h"
+#include "sync/SyncTexts.h"
 #include "text/Paths.h"
 #include "text/Utf.h"
 #include "tray/DesktopNotice.h"
@@ -164,7 +165,9 @@ void frmMain::setUpNotice() { infos_.setUp(); }
 
 void frmMain::attachMenuBitmaps() { MenuIcon_.attachBitmaps(); }
 
-void frmMain::enableTimerFirstSearch() { TimerFirstSearch_.start(); }
+void frmMain::enableTimerFirstSearch() {
+  if (!isSynchronising()) TimerFirstSearch_.start();
+}
 
 void frmMain::lockMenus(bool lock) {
   lockMenu(lock, [this](TextView name, bool enabled) { MenuIcon_.setEnabled(name, enabled); });
@@ -228,6 +231,41 @@ SearchSurroundings frmMain::searchSurroundings() {
           .MenuAbout_Click = [this] { MenuAbout_Click(); }};
 }
 
+// --- The synchronisation ------------------------------------------------------------------------
+
+void frmMain::MenuSynchro_Click() {
+  if (!isSynchronising() && questions_.ask(insertDriveBox()) != Answer::Ok) return;
+  TimerFirstSearch_.stop();
+  TimerCookies_.stop();
+  if (!isSynchronising()) {  // the menu stays usable while the box is open
+    synchro_ = std::make_unique<frmSynchro>(synchroSurroundings());
+    synchro_->Form_Load();
+  }
+  present(*synchro_);
+}
+
+SynchroSurroundings frmMain::synchroSurroundings() {
+  return {.settings = companion_.settings,
+          .programFolder = companion_.programFolder,
+          .locale = companion_.locale,
+          .shell = shell_,
+          .questions = questions_,
+          .pumpEvents = [this] { pumpEvents(); },
+          .trace = [this](const Text& line) { companion_.trace.log(line); },
+          .readShortcutsAgain =
+              [this] {
+                const ShortcutLoad load =
+                    loadShortcuts(companion_.settings, companion_.shortcuts,
+                                  companion_.programFolder, companion_.locale, questions_);
+                if (load == ShortcutLoad::Ended) endProgram();
+              },
+          .restartWatching =
+              [this] {
+                // The settings' window restarts it when it closes.
+                if (!options_ || !options_->isVisible()) enableTimerFirstSearch();
+              }};
+}
+
 // --- The watcher --------------------------------------------------------------------------------
 
 void frmMain::TimerFirstSearch_Timer() {
@@ -242,6 +280,7 @@ void frmMain::TimerCookies_Timer() {
 void frmMain::pumpEvents() { QCoreApplication::processEvents(); }
 
 void frmMain::enableTimerCookies(bool on) {
+  if (on && isSynchronising()) return;  // a tick that was under way when the window opened
   if (on) {
     TimerCookies_.start(companion_.settings.pollInterval);
   } else {

@@ -16,6 +16,7 @@
 #include "platform/DefaultBrowser.h"
 #include "platform/Questions.h"
 #include "platform/Shell.h"
+#include "sync/frmSynchro.h"
 #include "tray/MenuWindow.h"
 #include "tray/TrayHost.h"
 #include "tray/TrayIcon.h"
@@ -46,6 +47,7 @@ class frmMain : public QWidget, public StartUp::Host, public CookieWatcher::Host
   void menuAide_Click();
   void MenuAbout_Click() override;
   void MenuParam_Click() override;
+  void MenuSynchro_Click();
 
   // The program's start.
   void addTrayIcon() override;
@@ -74,6 +76,8 @@ class frmMain : public QWidget, public StartUp::Host, public CookieWatcher::Host
   frmRecursiveSearch& recursiveSearch();
   OptionsSurroundings optionsSurroundings();
   SearchSurroundings searchSurroundings();
+  SynchroSurroundings synchroSurroundings();
+  bool isSynchronising() const { return synchro_ && synchro_->isOpen(); }
   SplashContents splashContents() const;
   void writeKey(const Text& key);
   CommandActions::Surroundings actionSurroundings();
@@ -90,6 +94,7 @@ class frmMain : public QWidget, public StartUp::Host, public CookieWatcher::Host
   std::unique_ptr<frmDebug> debug_;
   std::unique_ptr<frmOptions> options_;
   std::unique_ptr<frmRecursiveSearch> search_;
+  std::unique_ptr<frmSynchro> synchro_;
   SplashShow splash_;
 
   CookieStoreReader reader_;

@@ -34,6 +34,14 @@ struct FileRequest {
   bool operator==(const FileRequest&) const = default;
 };
 
+// What a folder dialog is to show.
+struct FolderRequest {
+  Text title;
+  Text startFolder;  // as above
+
+  bool operator==(const FolderRequest&) const = default;
+};
+
 // Asks the user.
 class Questions {
  public:
@@ -44,4 +52,7 @@ class Questions {
 
   // The full path of one existing file; nothing when the user cancels.
   virtual std::optional<Text> chooseFile(const FileRequest& request) = 0;
+
+  // The full path of one existing folder; nothing when the user cancels.
+  virtual std::optional<Text> chooseFolder(const FolderRequest& request) = 0;
 };

@@ -14,6 +14,7 @@ struct NotCopied {
 struct SyncReport {
   std::size_t copied = 0;
   std::vector<NotCopied> notCopied;
+  bool shortcutsRestored = false;  // the live shortcut table holds something else than before
   bool stopped = false;  // the progress ended the work; what was copied until then is in place
 };
 

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "platform/Files.h"
 #include "sync/SyncPaths.h"
 #include "sync/SyncTexts.h"
 #include "sync/modCopyFile.h"
@@ -37,7 +38,12 @@ FolderSync::Outcome FolderSync::compare(const Text& webRoot, const Text& backupP
 
 SyncReport FolderSync::synchronise() {
   SyncReport report = executeRows(source_, backup_, table_.rows, questions_, progress_);
+  std::string before;
+  std::string after;
+  const bool stood = !readFile(liveShortcutTable(webRoot_), before);
   copyTable(travellingShortcutTable(webRoot_), liveShortcutTable(webRoot_), nullptr);
+  const bool stands = !readFile(liveShortcutTable(webRoot_), after);
+  report.shortcutsRestored = stands && (!stood || before != after);
   firstComparison_ = false;
   return report;
 }

@@ -55,6 +55,21 @@ Box foldersOverlapBox(const Text& backupRoot) {
           .icon = BoxIcon::Exclamation};
 }
 
+Box insertDriveBox() {
+  return {.title = u"Tavrollo : Synchronisation de la sauvegarde",
+          .text = u"Insérez d'abord votre clé USB ou votre support amovible avant d'effectuer la "
+                  u"sauvegarde.\r\n\r\nCliquez sur Ok quand vous êtes prêt(e).",
+          .icon = BoxIcon::Information,
+          .buttons = BoxButtons::OkCancel};
+}
+
+// There is no blank behind the path: it mostly ends with a separator.
+Box backupFolderMissingBox(const Text& backupPath) {
+  return {.title = Text(kSyncTitle),
+          .text = u"Le dossier " + backupPath + u"est introuvable",
+          .icon = BoxIcon::Exclamation};
+}
+
 Text resultText(std::size_t count) {
   return Text(u"Résultat : ")
       .append(counted(count, u"fichier"))

@@ -19,6 +19,13 @@ Box createSubDirBox(const Failure& failure);
 // The backup would be in what it is a backup of, or around it.
 Box foldersOverlapBox(const Text& backupRoot);
 
+// Before the window opens: the stick is to be there.
+Box insertDriveBox();
+
+// The backup folder is to be opened and is not there.
+Box backupFolderMissingBox(const Text& backupPath);
+
+inline constexpr TextView kNothingListed = u"Résultat : fichier(s) trouvé(s)";
 inline constexpr TextView kListingDone = u"Recherche terminée";
 inline constexpr TextView kSyncDone = u"Synchro terminée !";
 inline constexpr TextView kCloseWithoutSync = u"Cliquez pour fermer sans synchroniser.";

@@ -5,7 +5,7 @@
 
 namespace {
 
-using enum EntryKind;
+using enum MenuEntryKind;
 
 // "Outils" stands inside "Windows": so the lock on that submenu covers the command prompt and the
 // registry editor.

@@ -9,12 +9,12 @@
 
 // The tray menu as data.
 
-enum class EntryKind { Submenu, Command, Separator };
+enum class MenuEntryKind { Submenu, Command, Separator };
 
 struct MenuEntry {
   TextView name;
   TextView caption;  // exact; leading blanks leave room for the bitmap
-  EntryKind kind;
+  MenuEntryKind kind;
   TextView parent;     // name of the submenu it stands in, or of the popup itself
   TextView bitmapKey;  // empty: no bitmap
 };

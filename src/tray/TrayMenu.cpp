@@ -16,13 +16,13 @@ QMenu& submenu(QMenu& root, TextView name) {
 
 QAction* addEntry(QMenu& menu, const MenuEntry& entry) {
   switch (entry.kind) {
-    case EntryKind::Submenu: {
+    case MenuEntryKind::Submenu: {
       QMenu* inner = menu.addMenu(toQt(entry.caption));
       inner->setObjectName(toQt(entry.name));
       return inner->menuAction();
     }
-    case EntryKind::Separator: return menu.addSeparator();
-    case EntryKind::Command: break;
+    case MenuEntryKind::Separator: return menu.addSeparator();
+    case MenuEntryKind::Command: break;
   }
   return menu.addAction(toQt(entry.caption));
 }
@@ -36,7 +36,7 @@ TrayMenu::TrayMenu(const std::set<TextView>& available,
   for (const MenuEntry& entry : menuEntries()) {
     QAction* made = addEntry(submenu(menu_, entry.parent), entry);
     made->setObjectName(toQt(entry.name));
-    if (entry.kind != EntryKind::Command) continue;
+    if (entry.kind != MenuEntryKind::Command) continue;
 
     made->setEnabled(available.contains(entry.name));
     // An entry without a caption would be an empty line at the menu's end.

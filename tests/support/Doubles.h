@@ -62,11 +62,21 @@ class ScriptedQuestions : public Questions {
     files.pop_front();
     return file;
   }
+  std::optional<Text> chooseFolder(const FolderRequest& request) override {
+    folderRequests.push_back(request);
+    journal_.push_back("choose " + toUtf8(request.title));
+    if (folders.empty()) throw std::logic_error("unexpected dialog: " + toUtf8(request.title));
+    std::optional<Text> folder = folders.front();
+    folders.pop_front();
+    return folder;
+  }
 
   std::vector<Box> boxes;
   std::deque<Answer> answers;
   std::vector<FileRequest> fileRequests;
   std::deque<std::optional<Text>> files;  // nothing: the dialog is cancelled
+  std::vector<FolderRequest> folderRequests;
+  std::deque<std::optional<Text>> folders;  // as files
 
  private:
   Journal& journal_;

@@ -96,6 +96,16 @@ QString nearestFolder(const Text& folder) {
   return path;
 }
 
+void startIn(QFileDialog& dialog, const Text& startFolder) {
+  const QString folder = startFolder.empty() ? QString() : nearestFolder(startFolder);
+  if (!folder.isEmpty()) dialog.setDirectory(folder);
+}
+
+std::optional<Text> chosenIn(QFileDialog& dialog) {
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+  return nativePath(fromQt(dialog.selectedFiles().constFirst()));
+}
+
 // "*cookies*.*" also takes "Cookies": the ending may be missing, as the pattern's home has it.
 QString nameFilter(const FileRequest& request) {
   const QString pattern = toQt(request.pattern);
@@ -141,10 +151,14 @@ std::optional<Text> MessageBoxQuestions::chooseFile(const FileRequest& request) 
   dialog.setNameFilters({nameFilter(request), QStringLiteral("Tous les fichiers (*)")});
   // A browser keeps its files in hidden folders.
   dialog.setFilter(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
-  const QString folder =
-      request.startFolder.empty() ? QString() : nearestFolder(request.startFolder);
-  if (!folder.isEmpty()) dialog.setDirectory(folder);
+  startIn(dialog, request.startFolder);
+  return chosenIn(dialog);
+}
 
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
-  return nativePath(fromQt(dialog.selectedFiles().constFirst()));
+std::optional<Text> MessageBoxQuestions::chooseFolder(const FolderRequest& request) {
+  QFileDialog dialog(QApplication::activeWindow(), toQt(request.title));
+  dialog.setFileMode(QFileDialog::Directory);
+  dialog.setOption(QFileDialog::ShowDirsOnly);
+  startIn(dialog, request.startFolder);
+  return chosenIn(dialog);
 }

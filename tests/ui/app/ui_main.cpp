@@ -423,9 +423,9 @@ TEST_F(frmMainTest, TheMenuOpensThePages) {
 TEST_F(frmMainTest, AnEntryUnlockedAheadOfItsCommandOnlyLeavesALine) {
   start();
   give("lzck_|_false_|_1");
-  ASSERT_TRUE(waitUntil([this] { return entry("MenuSynchro").isEnabled(); }));
-  entry("MenuSynchro").trigger();
-  EXPECT_TRUE(traced(u"commande absente de cette version : MenuSynchro"));
+  ASSERT_TRUE(waitUntil([this] { return entry("MenuExplorer").isEnabled(); }));
+  entry("MenuExplorer").trigger();
+  EXPECT_TRUE(traced(u"commande absente de cette version : MenuExplorer"));
 }
 
 TEST_F(frmMainTest, AFailureInAHandlerBecomesABox) {

@@ -47,9 +47,9 @@ QStringList captions(const QMessageBox& window) {
 
 void closeAnyway(QMessageBox& window) { window.done(QMessageBox::NoButton); }
 
-// Shows the file dialog and does `act` to it.
-std::optional<Text> chosenFile(const FileRequest& request,
-                               const std::function<void(QFileDialog&)>& act) {
+// Does `act` to the file dialog as soon as `show` shows one.
+std::optional<Text> chosen(const std::function<std::optional<Text>()>& show,
+                           const std::function<void(QFileDialog&)>& act) {
   QTimer look;
   QObject::connect(&look, &QTimer::timeout, [&] {
     auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
@@ -58,7 +58,17 @@ std::optional<Text> chosenFile(const FileRequest& request,
     act(*dialog);
   });
   look.start(10);
-  return MessageBoxQuestions().chooseFile(request);
+  return show();
+}
+
+std::optional<Text> chosenFile(const FileRequest& request,
+                               const std::function<void(QFileDialog&)>& act) {
+  return chosen([&] { return MessageBoxQuestions().chooseFile(request); }, act);
+}
+
+std::optional<Text> chosenFolder(const FolderRequest& request,
+                                 const std::function<void(QFileDialog&)>& act) {
+  return chosen([&] { return MessageBoxQuestions().chooseFolder(request); }, act);
 }
 
 }  // namespace
@@ -193,4 +203,25 @@ TEST(FileDialog, StartsInTheNearestFolderAndGivesTheChosenFile) {
 TEST(FileDialog, CancellingGivesNothing) {
   const FileRequest request{.title = u"t", .filterLabel = u"f", .pattern = u"*", .startFolder = {}};
   EXPECT_EQ(chosenFile(request, [](QFileDialog& dialog) { dialog.reject(); }), std::nullopt);
+}
+
+TEST(FolderDialog, StartsInTheGivenFolderAndGivesTheChosenOne) {
+  const Scratch scratch;
+  scratch.makeFolders("clé/Sauvegarde é");
+  const FolderRequest request{.title = u"Répertoire :", .startFolder = scratch.text("clé")};
+  const std::optional<Text> folder = chosenFolder(request, [&](QFileDialog& dialog) {
+    EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Répertoire :"));
+    EXPECT_EQ(dialog.directory().canonicalPath(), QDir(toQt(scratch.text("clé"))).canonicalPath());
+    EXPECT_EQ(dialog.fileMode(), QFileDialog::Directory);
+    EXPECT_TRUE(dialog.testOption(QFileDialog::ShowDirsOnly));
+    dialog.selectFile(toQt(scratch.text("clé/Sauvegarde é")));
+    QMetaObject::invokeMethod(&dialog, "accept");
+  });
+  EXPECT_EQ(folder, scratch.text("clé/Sauvegarde é"));
+}
+
+TEST(FolderDialog, CancellingGivesNothing) {
+  EXPECT_EQ(chosenFolder({.title = u"t", .startFolder = {}},
+                         [](QFileDialog& dialog) { dialog.reject(); }),
+            std::nullopt);
 }

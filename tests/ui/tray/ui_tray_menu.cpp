@@ -17,7 +17,7 @@ namespace {
 std::set<TextView> everyCommand() {
   std::set<TextView> names;
   for (const MenuEntry& entry : menuEntries()) {
-    if (entry.kind == EntryKind::Command) names.insert(entry.name);
+    if (entry.kind == MenuEntryKind::Command) names.insert(entry.name);
   }
   return names;
 }
@@ -65,8 +65,8 @@ TEST(TrayMenu, ShowsEveryEntryWithItsCaptionInOrder) {
     const QAction* shown = parent.actions().at(place[entry.parent]++);
     EXPECT_EQ(shown->objectName(), toQt(entry.name));
     EXPECT_EQ(shown->text(), toQt(entry.caption));
-    EXPECT_EQ(shown->isSeparator(), entry.kind == EntryKind::Separator);
-    EXPECT_EQ(shown->menu() != nullptr, entry.kind == EntryKind::Submenu);
+    EXPECT_EQ(shown->isSeparator(), entry.kind == MenuEntryKind::Separator);
+    EXPECT_EQ(shown->menu() != nullptr, entry.kind == MenuEntryKind::Submenu);
   }
   for (const auto& [name, count] : place) {
     QMenu& parent = name == kMenuName ? tray.menu.menu() : tray.submenu(name);
@@ -97,7 +97,7 @@ TEST(TrayMenu, AttachesTheBitmapsInTheOrderOfStart) {
   TrayMenu menu(everyCommand(), [](TextView) {});
   std::vector<QString> order;
   for (const MenuEntry& entry : menuEntries()) {
-    if (entry.kind != EntryKind::Command) continue;
+    if (entry.kind != MenuEntryKind::Command) continue;
     auto* action = menu.menu().findChild<QAction*>(toQt(entry.name));
     QObject::connect(action, &QAction::changed, action, [&order, action] {
       if (order.empty() || order.back() != action->objectName()) {
@@ -126,7 +126,7 @@ TEST(Assets, HaveAPictureOfItsOwnForEveryKeyOfTheImageList) {
 TEST(TrayMenu, DisablesTheCommandsThatAreNotAvailable) {
   Tray tray({u"MenuAbout", u"MenuQuit"});
   for (const MenuEntry& entry : menuEntries()) {
-    if (entry.kind != EntryKind::Command) continue;
+    if (entry.kind != MenuEntryKind::Command) continue;
     EXPECT_EQ(tray.action(entry.name).isEnabled(),
               entry.name == u"MenuAbout" || entry.name == u"MenuQuit");
   }
@@ -167,7 +167,7 @@ TEST(TrayMenu, LocksTheFiveEntriesAndNoOther) {
     bool lock = asked;
     lockMenu(lock, [&](TextView name, bool enabled) { tray.menu.setEnabled(name, enabled); });
     for (const MenuEntry& entry : menuEntries()) {
-      if (entry.kind == EntryKind::Separator || entry.name == u"MenuEnlev") continue;
+      if (entry.kind == MenuEntryKind::Separator || entry.name == u"MenuEnlev") continue;
       const auto locked = lockedEntries();
       const bool administration =
           std::find(locked.begin(), locked.end(), entry.name) != locked.end();

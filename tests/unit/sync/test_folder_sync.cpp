@@ -57,6 +57,19 @@ TEST_F(FolderSyncTest, AfterASynchronisationNothingIsLeftAndTheComparisonIsNotTh
   EXPECT_EQ(scratch.read("stick/shortQrCode.js"), "live");
 }
 
+TEST_F(FolderSyncTest, ARunTellsWhetherTheLiveTableIsAnotherOneNow) {
+  setTime(scratch.write("stick/shortQrCode.js", "newer"), kNew);
+  compare();
+  EXPECT_TRUE(sync.synchronise().shortcutsRestored);
+  EXPECT_EQ(scratch.read("nav/res_css/js/shortQrCode.js"), "newer");
+
+  scratch.write("nav/user_datas/a", "1");
+  compare();
+  const SyncReport second = sync.synchronise();
+  EXPECT_EQ(second.copied, 1u);
+  EXPECT_FALSE(second.shortcutsRestored);
+}
+
 TEST_F(FolderSyncTest, IdenticalFoldersAreIdenticalOnTheFirstComparison) {
   setTime(scratch.write("stick/shortQrCode.js", "live"), kOld + 5);
   EXPECT_EQ(compare(), Outcome::Identical);

@@ -39,7 +39,25 @@ TEST(SyncTexts, ABackupInTheUsersFiles) {
   EXPECT_EQ(box.icon, BoxIcon::Exclamation);
 }
 
+TEST(SyncTexts, TheQuestionBeforeTheWindow) {
+  EXPECT_EQ(insertDriveBox(),
+            (Box{.title = u"Tavrollo : Synchronisation de la sauvegarde",
+                 .text = u"Insérez d'abord votre clé USB ou votre support amovible avant "
+                         u"d'effectuer la sauvegarde.\r\n\r\nCliquez sur Ok quand vous êtes "
+                         u"prêt(e).",
+                 .icon = BoxIcon::Information,
+                 .buttons = BoxButtons::OkCancel}));
+}
+
+TEST(SyncTexts, ABackupFolderThatCannotBeOpened) {
+  EXPECT_EQ(backupFolderMissingBox(u"E:\\Sauvegarde\\"),
+            (Box{.title = u"Tavrollo : Synchroniser",
+                 .text = u"Le dossier E:\\Sauvegarde\\est introuvable",
+                 .icon = BoxIcon::Exclamation}));
+}
+
 TEST(SyncTexts, StatusLines) {
+  EXPECT_EQ(kNothingListed, u"Résultat : fichier(s) trouvé(s)");
   EXPECT_EQ(kListingDone, u"Recherche terminée");
   EXPECT_EQ(kSyncDone, u"Synchro terminée !");
   EXPECT_EQ(kCloseWithoutSync, u"Cliquez pour fermer sans synchroniser.");

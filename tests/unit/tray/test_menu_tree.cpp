@@ -79,8 +79,8 @@ TEST(MenuTree, HasThreeSubmenusAndTwoSeparators) {
     const bool submenu =
         entry.name == u"MenuWin" || entry.name == u"MenuOutils" || entry.name == u"MenuTavrollo";
     const bool separator = entry.name == u"menuOff" || entry.name == u"menuOff2";
-    EXPECT_EQ(entry.kind == EntryKind::Submenu, submenu);
-    EXPECT_EQ(entry.kind == EntryKind::Separator, separator);
+    EXPECT_EQ(entry.kind == MenuEntryKind::Submenu, submenu);
+    EXPECT_EQ(entry.kind == MenuEntryKind::Separator, separator);
   }
 }
 
@@ -102,7 +102,7 @@ TEST(MenuTree, NamesASubmenuBeforeItsEntries) {
   std::set<TextView> known{kMenuName};
   for (const MenuEntry& entry : menuEntries()) {
     EXPECT_TRUE(known.contains(entry.parent));
-    if (entry.kind == EntryKind::Submenu) known.insert(entry.name);
+    if (entry.kind == MenuEntryKind::Submenu) known.insert(entry.name);
   }
 }
 
