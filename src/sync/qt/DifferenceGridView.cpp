@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr int kCellMargins = 8;  // what a cell keeps free at both sides of its text
+constexpr int kCellMargins = 6;  // what a cell keeps free at both sides of its text
 constexpr std::int64_t kLongDate = 1'797'465'600;  // digits of full width, whatever the locale
 constexpr std::uint64_t kLongSize = 1023 * 1024 + 1000;
 

@@ -1,0 +1,703 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The synchronisation window on real folders, as its user has it.
+#include <QAbstractButton>
+#include <QCoreApplication>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTableView>
+#include <QTimer>
+#include <QWheelEvent>
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <set>
+
+#include "config/ConfigFile.h"
+#include "platform/qt/QtText.h"
+#include "support/Doubles.h"
+#include "support/Scratch.h"
+#include "sync/SyncTexts.h"
+#include "sync/frmSynchro.h"
+#include "sync/qt/DefilerGrille.h"
+#include "sync/qt/DifferenceGridView.h"
+#include "sync/qt/PathLabel.h"
+#include "sync/qt/modControlBox.h"
+#include "ui/UiMain.h"
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+constexpr auto kOlder = std::chrono::hours(-24);
+
+class Synchro : public testing::Test {
+ protected:
+  Synchro() {
+    scratch.write("nav/res_css/js/shortQrCode.js", "live");
+    scratch.makeFolders("nav/user_datas");
+    scratch.makeFolders("stick");
+    age("nav/res_css/js/shortQrCode.js");
+    settings.shortcutPath = scratch.text("nav/res_css/js/shortQrCode.js");
+    settings.backupPath = scratch.text("stick") + u"/";
+    window = std::make_unique<frmSynchro>(surroundings());
+  }
+  ~Synchro() override { settings.shortcutPath.clear(); }
+
+  SynchroSurroundings surroundings() {
+    return {.settings = settings,
+            .programFolder = programFolder,
+            .locale = locale,
+            .shell = shell,
+            .questions = questions,
+            .pumpEvents =
+                [this] {
+                  ++pumps;
+                  QCoreApplication::processEvents();
+                  if (whilePumping) whilePumping();
+                },
+            .trace = [this](const Text& line) { traced.push_back(toUtf8(line)); },
+            .readShortcutsAgain = [this] { journal.push_back("read again"); },
+            .restartWatching = [this] { journal.push_back("restart"); }};
+  }
+
+  void open() {
+    window->Form_Load();
+    window->show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+  }
+
+  // Makes a file look `by` younger (older, when negative).
+  void age(const char* name, std::chrono::hours by = kOlder) {
+    const std::filesystem::path path(scratch.path(name));
+    std::filesystem::last_write_time(path, std::filesystem::last_write_time(path) + by);
+  }
+
+  // One difference of each kind.
+  void writeFourKinds() {
+    scratch.write("nav/user_datas/docs/neuf.txt", "0");
+    scratch.write("nav/user_datas/forth.txt", "new");
+    scratch.write("stick/forth.txt", "old");
+    age("stick/forth.txt");
+    scratch.write("stick/clé/neuf.txt", "2");
+    scratch.write("stick/back.txt", "new");
+    scratch.write("nav/user_datas/back.txt", "old");
+    age("nav/user_datas/back.txt");
+    scratch.write("stick/shortQrCode.js", "live");
+    age("stick/shortQrCode.js");
+  }
+
+  template <class Control>
+  Control& find(const char* name) {
+    return control<Control>(*window, name);
+  }
+  QTableView& grid() { return find<QTableView>("Grid"); }
+  QProgressBar& bar() { return find<QProgressBar>("ProgressBar"); }
+  QLineEdit& path() { return find<QLineEdit>("txtPath"); }
+  std::string label(const char* name) { return find<QLabel>(name).text().toStdString(); }
+  void click(const char* name) { find<QAbstractButton>(name).click(); }
+  bool isShown(const char* name) { return find<QWidget>(name).isVisible(); }
+
+  std::string cell(int row, int column) {
+    return grid().model()->index(row - 1, column).data().toString().toStdString();
+  }
+  // Each row as its code and its paths.
+  Lines rows() {
+    Lines lines;
+    for (int row = 1; row <= grid().model()->rowCount(); ++row) {
+      lines.push_back(cell(row, 0) + "|" + cell(row, 1) + "|" + cell(row, 5));
+    }
+    return lines;
+  }
+  bool isBold(int row, int column) {
+    return grid().model()->index(row - 1, column).data(Qt::FontRole).value<QFont>().bold();
+  }
+
+  void notch(QWidget& target, int angle) {
+    QWheelEvent event(QPointF(5, 5), target.mapToGlobal(QPointF(5, 5)), {}, {0, angle},
+                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&target, &event);
+  }
+  int firstRow() { return grid().verticalScrollBar()->value(); }
+
+  Scratch scratch;
+  Text programFolder = scratch.text();
+  LocaleData locale = frenchLocale();
+  Settings settings;
+  Journal journal;
+  RecordingShell shell{journal};
+  ScriptedQuestions questions{journal};
+  Lines traced;
+  int pumps = 0;
+  std::function<void()> whilePumping;
+  std::unique_ptr<frmSynchro> window;
+};
+
+struct Place {
+  const char* control;
+  int left;
+  int top;  // -1: any
+};
+
+}  // namespace
+
+// --- Opening ------------------------------------------------------------------------------------
+
+TEST_F(Synchro, OpensWithItsTexts) {
+  open();
+  EXPECT_EQ(window->windowTitle(), QStringLiteral("Tavrollo : Synchronisation de la sauvegarde"));
+  struct Row {
+    const char* control;
+    const char* text;
+    const char* toolTip;
+  };
+  const Row labels[] = {{"Label1", "Chemin de la sauvegarde", ""},
+                        {"Label2", "Filtrer les fichiers", ""},
+                        {"labDir_0", "<  Cliquez pour comparer les fichiers.", ""},
+                        {"labNbre_1", "Résultat : fichier(s) trouvé(s)", ""},
+                        {"labNbre_2", "Résultat : fichier(s) trouvé(s)", ""},
+                        {"labIdem", "", ""}};
+  for (const Row& row : labels) EXPECT_EQ(label(row.control), row.text) << row.control;
+  const Row buttons[] = {{"cmdPath", "", "Choisir le dossier de sauvegarde"},
+                         {"cmdOpen", "", "ouvrir le dossier de sauvegarde"},
+                         {"cmdCompare", "Comparer les fichiers", ""},
+                         {"cmdSynchro", "Synchroniser les fichiers", ""},
+                         {"cmdClose", "Fermer", "Fermer cette fenêtre"}};
+  for (const Row& row : buttons) {
+    EXPECT_EQ(find<QAbstractButton>(row.control).text().toStdString(), row.text) << row.control;
+    EXPECT_EQ(find<QWidget>(row.control).toolTip().toStdString(), row.toolTip) << row.control;
+  }
+  EXPECT_EQ(find<QLineEdit>("txtFiltre").text(), QStringLiteral("*.*"));
+  EXPECT_EQ(find<QLineEdit>("txtFiltre").toolTip(),
+            QStringLiteral("Filtre : exemple *.doc (* est le jocker) défaut : *.*"));
+  EXPECT_FALSE(find<QAbstractButton>("cmdPath").icon().isNull());
+  EXPECT_FALSE(find<QAbstractButton>("cmdOpen").icon().isNull());
+}
+
+TEST_F(Synchro, BeforeItsLoadThePathIsTheDrawnOne) {
+  EXPECT_EQ(path().text(), QStringLiteral("c:\\"));
+  EXPECT_FALSE(find<QWidget>("cmdOpen").isVisibleTo(window.get()));
+}
+
+TEST_F(Synchro, OpensInTheMiddleOfTheScreenWithoutAnyRows) {
+  open();
+  const QPoint off =
+      window->frameGeometry().center() - window->screen()->availableGeometry().center();
+  EXPECT_LT(std::abs(off.x()), 40);
+  EXPECT_LT(std::abs(off.y()), 40);
+  EXPECT_EQ(rows(), Lines{"||"}) << "one empty row";
+  EXPECT_FALSE(isShown("cmdSynchro"));
+  EXPECT_FALSE(isShown("ProgressBar"));
+  EXPECT_TRUE(isShown("cmdOpen"));
+  EXPECT_TRUE(window->isOpen());
+  EXPECT_TRUE(journal.empty());
+}
+
+TEST_F(Synchro, ShowsTheBackupFolderWithASeparator) {
+  settings.backupPath = scratch.text("stick");
+  open();
+  EXPECT_EQ(fromQt(path().text()), scratch.text("stick") + u"/");
+  EXPECT_EQ(settings.backupPath, scratch.text("stick")) << "only the box shows it so";
+}
+
+TEST_F(Synchro, AMissingOrTooShortBackupFolderIsAskedForAtOnce) {
+  ::setenv("HOMEDRIVE", scratch.path("stick").c_str(), 1);
+  for (const Text& before : {scratch.text("absent"), Text(u".."), Text()}) {
+    settings.backupPath = before;
+    questions.folders = {scratch.text("nav")};
+    questions.folderRequests.clear();
+    frmSynchro other(surroundings());
+    other.Form_Load();
+    const FolderRequest asked{.title = u"Synchroniser : Répertoire de la sauvegarde :",
+                              .startFolder = scratch.text("stick") + u"/"};
+    EXPECT_EQ(questions.folderRequests, std::vector<FolderRequest>{asked});
+    EXPECT_EQ(settings.backupPath, scratch.text("nav") + u"/");
+  }
+  settings.backupPath = scratch.text("absent");
+  questions.folders = {std::nullopt};
+  frmSynchro other(surroundings());
+  other.Form_Load();
+  EXPECT_EQ(settings.backupPath, scratch.text("stick") + u"/") << "cancelled: the home drive";
+  EXPECT_EQ(fromQt(control<QLineEdit>(other, "txtPath").text()), settings.backupPath);
+  ::unsetenv("HOMEDRIVE");
+}
+
+// --- Layout -------------------------------------------------------------------------------------
+
+TEST_F(Synchro, ControlsStandWhereTheyWereDrawn) {
+  open();
+  EXPECT_EQ(window->size(), QSize(1025, 568));
+  const Place places[] = {{"labNbre_2", 648, -1},
+                          {"Picture1_1", 592, -1},
+                          {"labDir_2", 600, -1},
+                          {"cmdClose", 944, 528},
+                          {"labIdem", 520, 536}};
+  for (const Place& place : places) {
+    EXPECT_EQ(find<QWidget>(place.control).x(), place.left) << place.control;
+    if (place.top >= 0) {
+      EXPECT_EQ(find<QWidget>(place.control).y(), place.top) << place.control;
+    }
+  }
+  EXPECT_EQ(grid().size(), QSize(1009, 337));
+  EXPECT_EQ(grid().columnWidth(1), 307);
+  EXPECT_EQ(grid().columnWidth(5), 307);
+}
+
+TEST_F(Synchro, AWiderAndHigherWindowSharesWhatItGained) {
+  open();
+  const int date = grid().columnWidth(2);
+  window->resize(1025 + 100, 568 + 60);
+  ASSERT_TRUE(waitUntil([&] { return grid().width() == 1109; }));
+  const Place places[] = {{"labNbre_2", 698, -1},
+                          {"Picture1_1", 642, -1},
+                          {"labDir_2", 650, -1},
+                          {"cmdClose", 1044, 588},
+                          {"labIdem", 620, 596}};
+  for (const Place& place : places) {
+    EXPECT_EQ(find<QWidget>(place.control).x(), place.left) << place.control;
+    if (place.top >= 0) {
+      EXPECT_EQ(find<QWidget>(place.control).y(), place.top) << place.control;
+    }
+  }
+  EXPECT_EQ(grid().height(), 397);
+  EXPECT_EQ(grid().columnWidth(1), 357);
+  EXPECT_EQ(grid().columnWidth(5), 357);
+  EXPECT_EQ(grid().columnWidth(2), date);
+}
+
+TEST_F(Synchro, TheWindowIsNeverSmallerThanItWasDrawn) {
+  open();
+  window->resize(400, 300);
+  EXPECT_EQ(window->size(), QSize(1025, 568));
+  window->resize(400, 700);
+  EXPECT_EQ(window->width(), 1025);
+}
+
+TEST_F(Synchro, TheGridHasItsHeadingsAndWidths) {
+  open();
+  const char* headings[] = {".", "Fichers Source Tavrollo (user_datas)", "Date", "Poids",
+                            "",  "Fichiers de la sauvegarde (USB...)",   "Date", "Poids"};
+  const int widths[] = {0, 307, 109, 60, 35, 307, 109, 60};
+  ASSERT_EQ(grid().model()->columnCount(), 8);
+  for (int column = 0; column < 8; ++column) {
+    EXPECT_EQ(grid().model()->headerData(column, Qt::Horizontal).toString().toStdString(),
+              headings[column]);
+    EXPECT_EQ(grid().columnWidth(column), widths[column]) << column;
+  }
+  EXPECT_TRUE(grid().isColumnHidden(0));
+}
+
+TEST_F(Synchro, DatesAndSizesAreReadWholeInTheirColumns) {
+  open();
+  const QFontMetrics metrics(grid().font());
+  EXPECT_LE(metrics.horizontalAdvance(QStringLiteral("28/12/2026 23:59:58")),
+            grid().columnWidth(2) - 6);
+  EXPECT_LE(metrics.horizontalAdvance(QStringLiteral("999,99 Ko")), grid().columnWidth(3) - 6);
+}
+
+TEST_F(Synchro, TheTabKeyGoesThroughTheControlsInOrder) {
+  scratch.write("nav/user_datas/a", "1");
+  open();
+  click("cmdCompare");
+  path().setFocus();
+  for (const char* next :
+       {"cmdPath", "cmdOpen", "txtFiltre", "cmdCompare", "cmdSynchro", "Grid", "cmdClose"}) {
+    QTest::keyClick(window->focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(window->focusWidget()->objectName(), QLatin1String(next));
+  }
+}
+
+// --- Leaving ------------------------------------------------------------------------------------
+
+TEST_F(Synchro, OnlyItsButtonLeavesTheWindow) {
+  open();
+  EXPECT_FALSE(window->windowFlags().testFlag(Qt::WindowCloseButtonHint));
+  EXPECT_TRUE(window->windowFlags().testFlag(Qt::WindowMinimizeButtonHint));
+  QTest::keyClick(window.get(), Qt::Key_Escape);
+  QTest::keyClick(window.get(), Qt::Key_F4, Qt::AltModifier);
+  window->close();
+  EXPECT_TRUE(window->isVisible());
+  EXPECT_TRUE(window->isOpen());
+  click("cmdClose");
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_FALSE(window->isOpen());
+}
+
+TEST_F(Synchro, LeavingTakesTheTravellingTableAwayAndRestartsTheWatching) {
+  open();
+  click("cmdCompare");
+  EXPECT_EQ(scratch.read("nav/user_datas/shortQrCode.js"), "live");
+  click("cmdClose");
+  EXPECT_FALSE(std::filesystem::exists(scratch.path("nav/user_datas/shortQrCode.js")));
+  EXPECT_EQ(scratch.read("nav/res_css/js/shortQrCode.js"), "live");
+  EXPECT_EQ(journal, Journal{"restart"});
+}
+
+TEST_F(Synchro, LeavingWithoutATravellingTableIsSilent) {
+  open();
+  click("cmdClose");
+  EXPECT_EQ(journal, Journal{"restart"});
+}
+
+TEST_F(Synchro, EnleverFermerIsForWindows) {
+  QWidget alone;
+  QWidget part(&alone);
+  EXPECT_TRUE(EnleverFermer(alone));
+  EXPECT_FALSE(EnleverFermer(part));
+}
+
+// --- The backup folder --------------------------------------------------------------------------
+
+TEST_F(Synchro, AChosenFolderIsShownAndWrittenAtOnce) {
+  open();
+  scratch.makeFolders("Sauvegarde");
+  questions.folders = {scratch.text("Sauvegarde")};
+  click("cmdPath");
+  EXPECT_EQ(questions.folderRequests.back().startFolder, scratch.text("stick") + u"/");
+  EXPECT_EQ(fromQt(path().text()), scratch.text("Sauvegarde") + u"/");
+  EXPECT_EQ(settings.backupPath, scratch.text("Sauvegarde") + u"/");
+  EXPECT_EQ(scratch.read("config.cfg"), configBytes(settings, locale));
+  EXPECT_NE(scratch.read("config.cfg").find(scratch.path("Sauvegarde") + "/"), std::string::npos);
+}
+
+TEST_F(Synchro, CancellingTheChoiceKeepsTheFolder) {
+  open();
+  questions.folders = {std::nullopt};
+  click("cmdPath");
+  EXPECT_EQ(settings.backupPath, scratch.text("stick") + u"/");
+  EXPECT_EQ(fromQt(path().text()), scratch.text("stick") + u"/");
+}
+
+TEST_F(Synchro, OpensTheBackupFolder) {
+  open();
+  click("cmdOpen");
+  EXPECT_EQ(journal, Journal{"start explorer " + scratch.path("stick") + "/"});
+}
+
+TEST_F(Synchro, ABackupFolderThatIsGoneIsNotOpened) {
+  open();
+  std::filesystem::remove(scratch.path("stick"));
+  questions.answers = {Answer::Ok};
+  click("cmdOpen");
+  EXPECT_EQ(questions.boxes, std::vector<Box>{backupFolderMissingBox(settings.backupPath)});
+  EXPECT_EQ(journal, Journal{"ask Tavrollo : Synchroniser"});
+}
+
+TEST_F(Synchro, AnExplorerThatCannotBeStartedIsToldAbout) {
+  open();
+  shell.failure = {.number = 53, .description = u"introuvable"};
+  questions.answers = {Answer::Ok};
+  click("cmdOpen");
+  EXPECT_EQ(questions.boxes, std::vector<Box>{errorBox(u"cmdOpen_Click", u"introuvable")});
+}
+
+// --- Comparing ----------------------------------------------------------------------------------
+
+TEST_F(Synchro, AllFourKindsOfDifferencesAreShown) {
+  writeFourKinds();
+  open();
+  click("cmdCompare");
+  EXPECT_EQ(rows(), (Lines{"3|back.txt|back.txt", "1|forth.txt|forth.txt", "0|docs/neuf.txt|",
+                           "2||clé/neuf.txt"}));
+  EXPECT_TRUE(isBold(1, 1));
+  EXPECT_FALSE(isBold(1, 5));
+  EXPECT_TRUE(isBold(2, 5));
+  EXPECT_FALSE(isBold(2, 1));
+  EXPECT_FALSE(isBold(3, 1));
+  EXPECT_FALSE(isBold(4, 5));
+  EXPECT_EQ(cell(1, 3), "3 o");
+  EXPECT_EQ(cell(3, 7), "");
+  EXPECT_EQ(cell(1, 2).size(), std::string("28/12/2026 23:59:58").size());
+  EXPECT_TRUE(isShown("Grid"));
+  EXPECT_TRUE(isShown("cmdSynchro"));
+  EXPECT_EQ(label("labIdem"), "Cliquez pour fermer sans synchroniser.");
+  EXPECT_EQ(label("labDir_0"), "Recherche terminée");
+  EXPECT_EQ(label("labNbre_1"), "Résultat : 4 fichiers trouvés");
+  EXPECT_EQ(label("labNbre_2"), "Résultat : 4 fichiers trouvés");
+  EXPECT_EQ(label("labDir_1"), scratch.path("nav/user_datas/docs") + "/") << "the last folder";
+  EXPECT_EQ(label("labDir_2"), scratch.path("stick/clé") + "/");
+  EXPECT_TRUE(questions.boxes.empty());
+}
+
+TEST_F(Synchro, EveryKindHasItsArrowInTheMiddleOfItsCell) {
+  writeFourKinds();
+  open();
+  click("cmdCompare");
+  std::vector<QImage> arrows;
+  for (int row = 0; row < 4; ++row) {
+    const auto icon = grid().model()->index(row, 4).data(Qt::DecorationRole).value<QIcon>();
+    ASSERT_FALSE(icon.isNull()) << row;
+    arrows.push_back(icon.pixmap(16, 16).toImage());
+    for (int before = 0; before < row; ++before) {
+      EXPECT_NE(arrows[static_cast<std::size_t>(before)], arrows.back());
+    }
+    EXPECT_TRUE(grid().model()->index(row, 1).data(Qt::DecorationRole).isNull());
+  }
+  // The arrow's colours lie evenly about the middle of the cell.
+  const QRect cellRect = grid().visualRect(grid().model()->index(0, 4));
+  const QImage image = grid().viewport()->grab(cellRect).toImage();
+  int left = image.width();
+  int right = -1;
+  for (int y = 0; y < image.height() - 1; ++y) {
+    for (int x = 0; x < image.width() - 1; ++x) {
+      if (image.pixelColor(x, y).hslSaturation() < 100) continue;
+      left = std::min(left, x);
+      right = std::max(right, x);
+    }
+  }
+  ASSERT_GE(right, left);
+  EXPECT_NEAR((left + right) / 2.0, image.width() / 2.0, 2.0);
+}
+
+TEST_F(Synchro, IdenticalSidesAreToldAndNothingIsOffered) {
+  open();
+  scratch.write("stick/shortQrCode.js", "live");
+  age("stick/shortQrCode.js");
+  click("cmdCompare");
+  EXPECT_EQ(label("labIdem"), "Les 2 côtés sont identiques. Rien à synchroniser.");
+  EXPECT_FALSE(isShown("Grid"));
+  EXPECT_FALSE(isShown("cmdSynchro"));
+  EXPECT_EQ(label("labNbre_1"), "Résultat : 1 fichier trouvé");
+}
+
+TEST_F(Synchro, TheFilterIsForFilesAndNotForFolders) {
+  scratch.write("nav/user_datas/a.txt", "1");
+  scratch.write("nav/user_datas/docs/b.doc", "1");
+  open();
+  find<QLineEdit>("txtFiltre").setText(QStringLiteral("*.doc"));
+  click("cmdCompare");
+  EXPECT_EQ(rows(), Lines{"0|docs/b.doc|"});
+}
+
+TEST_F(Synchro, TheTypedPathIsComparedWith) {
+  scratch.write("autre/c", "1");
+  open();
+  path().setText(toQt(scratch.text("autre")));
+  click("cmdCompare");
+  EXPECT_EQ(rows(), (Lines{"0|shortQrCode.js|", "2||c"}));
+  EXPECT_EQ(settings.backupPath, scratch.text("stick") + u"/") << "only the dialog's choice stays";
+}
+
+TEST_F(Synchro, AMissingBackupIsToldAndItsSideIsEmpty) {
+  open();
+  path().setText(toQt(scratch.text("absent")));
+  questions.answers = {Answer::Ok};
+  click("cmdCompare");
+  EXPECT_EQ(questions.boxes, std::vector<Box>{folderMissingBox(scratch.text("absent") + u"/")});
+  EXPECT_EQ(rows(), Lines{"0|shortQrCode.js|"});
+  EXPECT_EQ(label("labDir_2"), scratch.path("absent") + "/");
+  EXPECT_EQ(label("labNbre_2"), "Résultat : fichier(s) trouvé(s)");
+}
+
+TEST_F(Synchro, ABackupAmongTheUsersFilesIsRefused) {
+  writeFourKinds();
+  open();
+  click("cmdCompare");
+  path().setText(toQt(scratch.text("nav/user_datas/docs")));
+  questions.answers = {Answer::Ok};
+  click("cmdCompare");
+  ASSERT_EQ(questions.boxes.size(), 1u);
+  EXPECT_EQ(questions.boxes[0], foldersOverlapBox(scratch.text("nav/user_datas/docs") + u"/"));
+  EXPECT_FALSE(isShown("Grid"));
+  EXPECT_FALSE(isShown("cmdSynchro"));
+  EXPECT_EQ(label("labIdem"), "");
+  EXPECT_TRUE(find<QWidget>("cmdClose").isEnabled());
+}
+
+TEST_F(Synchro, AMissingShortcutTableIsToldAndTheComparisonGoesOn) {
+  std::filesystem::remove(scratch.path("nav/res_css/js/shortQrCode.js"));
+  scratch.write("nav/user_datas/a", "1");
+  open();
+  questions.answers = {Answer::Ok};
+  click("cmdCompare");
+  EXPECT_EQ(questions.boxes, std::vector<Box>{shortcutCopyFailedBox()});
+  EXPECT_EQ(rows(), Lines{"0|a|"});
+}
+
+TEST_F(Synchro, WhileItComparesNothingElseIsBegun) {
+  writeFourKinds();
+  open();
+  click("cmdCompare");
+  bool looked = false;
+  whilePumping = [&] {
+    looked = true;
+    for (const char* name :
+         {"cmdPath", "txtPath", "cmdClose", "labNbre_1", "labNbre_2", "cmdCompare"}) {
+      EXPECT_FALSE(find<QWidget>(name).isEnabled()) << name;
+    }
+    EXPECT_FALSE(isShown("Grid"));
+    EXPECT_FALSE(isShown("cmdSynchro"));
+    EXPECT_EQ(label("labIdem"), "");
+    click("cmdCompare");
+    click("cmdClose");
+    window->close();
+    EXPECT_TRUE(window->isOpen());
+  };
+  click("cmdCompare");
+  EXPECT_TRUE(looked);
+  for (const char* name : {"cmdPath", "txtPath", "cmdClose", "labNbre_1", "labNbre_2", "cmdCompare",
+                           "cmdSynchro", "txtFiltre"}) {
+    EXPECT_TRUE(find<QWidget>(name).isEnabled()) << name;
+  }
+  EXPECT_EQ(rows().size(), 4u);
+}
+
+TEST_F(Synchro, WhatCouldNotBeAskedIsCountedInTheWindow) {
+  scratch.write("nav/user_datas/docs/a", "1");
+  scratch.makeFolders("ailleurs");
+  std::filesystem::create_directory_symlink(scratch.path("ailleurs"), scratch.path("stick/docs"));
+  open();
+  click("cmdCompare");
+  EXPECT_EQ(rows(), Lines{"0|shortQrCode.js|"});
+  EXPECT_EQ(label("labReport"), toUtf8(withheldLine(1)));
+  EXPECT_FALSE(traced.empty());
+}
+
+// --- Synchronising ------------------------------------------------------------------------------
+
+TEST_F(Synchro, ARoundTripBringsBothSidesInStep) {
+  writeFourKinds();
+  open();
+  click("cmdCompare");
+  click("cmdSynchro");
+  EXPECT_EQ(scratch.read("stick/docs/neuf.txt"), "0");
+  EXPECT_EQ(scratch.read("stick/forth.txt"), "new");
+  EXPECT_EQ(scratch.read("nav/user_datas/clé/neuf.txt"), "2");
+  EXPECT_EQ(scratch.read("nav/user_datas/back.txt"), "new");
+  EXPECT_EQ(label("labDir_0"), "Synchro terminée !");
+  EXPECT_EQ(label("labIdem"), "Les 2 côtés sont identiques. Plus rien à synchroniser.");
+  EXPECT_EQ(label("labReport"), toUtf8(copiedLine(4, 0)));
+  EXPECT_FALSE(isShown("Grid"));
+  EXPECT_FALSE(isShown("cmdSynchro"));
+  EXPECT_FALSE(isShown("ProgressBar"));
+  EXPECT_TRUE(questions.boxes.empty());
+  EXPECT_TRUE(journal.empty()) << "the live table is what it was";
+}
+
+TEST_F(Synchro, ARestoredShortcutTableIsReadAgain) {
+  scratch.write("stick/shortQrCode.js", "from the backup");
+  open();
+  click("cmdCompare");
+  EXPECT_EQ(rows(), Lines{"3|shortQrCode.js|shortQrCode.js"});
+  click("cmdSynchro");
+  EXPECT_EQ(scratch.read("nav/res_css/js/shortQrCode.js"), "from the backup");
+  EXPECT_EQ(journal, Journal{"read again"});
+}
+
+TEST_F(Synchro, WhatCouldNotBeCopiedIsTracedCountedAndShownAgain) {
+  scratch.write("nav/user_datas/a", "1");
+  scratch.write("nav/user_datas/b", "1");
+  open();
+  click("cmdCompare");
+  std::filesystem::remove(scratch.path("nav/user_datas/a"));
+  scratch.makeFolders("nav/user_datas/a");
+  click("cmdSynchro");
+  EXPECT_EQ(label("labReport"), toUtf8(copiedLine(2, 1)));
+  EXPECT_EQ(std::count_if(traced.begin(), traced.end(),
+                          [](const std::string& line) {
+                            return line.find("non copié : ") != std::string::npos;
+                          }),
+            1);
+  EXPECT_EQ(label("labDir_0"), "Synchro terminée !");
+}
+
+TEST_F(Synchro, WhileItCopiesTheBarMovesEventsRunAndNothingElseIsBegun) {
+  for (int i = 0; i < 40; ++i) {
+    scratch.write("nav/user_datas/f" + std::to_string(i), std::string(100, 'x'));
+  }
+  open();
+  click("cmdCompare");
+  ASSERT_EQ(rows().size(), 41u);
+
+  QSignalSpy moved(&bar(), &QProgressBar::valueChanged);
+  int ticks = 0;
+  QTimer timer;
+  QObject::connect(&timer, &QTimer::timeout, [&] { ++ticks; });
+  timer.start(0);
+  int whileBar = 0;
+  int most = 0;
+  whilePumping = [&] {
+    if (!bar().isVisible()) return;
+    ++whileBar;
+    most = bar().maximum();
+    for (const char* name : {"cmdCompare", "cmdClose", "cmdSynchro", "cmdPath"}) {
+      EXPECT_FALSE(find<QWidget>(name).isEnabled()) << name;
+    }
+    click("cmdCompare");
+    click("cmdSynchro");
+    click("cmdClose");
+    EXPECT_TRUE(window->isOpen());
+  };
+  click("cmdSynchro");
+  EXPECT_GT(whileBar, 0);
+  EXPECT_GT(ticks, 0) << "the window answers";
+  EXPECT_EQ(most, 42) << "one more than there are rows";
+  std::vector<int> values;
+  for (const QList<QVariant>& value : moved) values.push_back(value[0].toInt());
+  EXPECT_NE(std::find(values.begin(), values.end(), 41), values.end()) << "the last row";
+  EXPECT_EQ(label("labReport"), toUtf8(copiedLine(41, 0)));
+}
+
+// --- Scrolling ----------------------------------------------------------------------------------
+
+TEST_F(Synchro, AWheelNotchMovesTheTableThreeRowsWhereverThePointerIs) {
+  for (int i = 0; i < 60; ++i) scratch.write("nav/user_datas/f" + std::to_string(i), "");
+  open();
+  click("cmdCompare");
+  ASSERT_EQ(firstRow(), 0);
+  notch(*grid().viewport(), -120);
+  EXPECT_EQ(firstRow(), 3);
+  notch(*window, -120);
+  EXPECT_EQ(firstRow(), 6);
+  notch(*window, 120);
+  EXPECT_EQ(firstRow(), 3);
+  notch(*grid().viewport(), 240);
+  EXPECT_EQ(firstRow(), 0) << "it stops at the first row";
+  notch(*grid().viewport(), -60);
+  EXPECT_EQ(firstRow(), 0);
+  notch(*grid().viewport(), -60);
+  EXPECT_EQ(firstRow(), 3) << "a touchpad's small steps add up";
+  DefilerGrille(1, 255, grid());
+  EXPECT_EQ(firstRow(), grid().verticalScrollBar()->maximum());
+  EXPECT_LT(firstRow(), 60);
+}
+
+TEST(DifferenceGrid, AHundredThousandRowsAreShownByMakingTheTextsOfThoseInView) {
+  Scratch scratch;
+  scratch.makeFolders("nav/user_datas");
+  scratch.makeFolders("stick");
+
+  struct CountingModel : QAbstractTableModel {
+    int rowCount(const QModelIndex& parent) const override {
+      return parent.isValid() ? 0 : 100'000;
+    }
+    int columnCount(const QModelIndex& parent) const override { return parent.isValid() ? 0 : 8; }
+    QVariant data(const QModelIndex& index, int role) const override {
+      if (role == Qt::DisplayRole) asked.insert(index.row());
+      return {};
+    }
+    mutable std::set<int> asked;
+  } model;
+  QTableView grid;
+  grid.setModel(&model);
+  setUpDifferenceGrid(grid, frenchLocale());
+  grid.resize(1000, 340);
+  grid.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&grid));
+  grid.scrollToBottom();
+  ASSERT_TRUE(waitUntil([&] { return model.asked.count(99'999) == 1; }));
+  EXPECT_LT(model.asked.size(), 200u);
+}
+
+TEST(PathLabelTest, AWidePathKeepsItsTextAndItsWidth) {
+  PathLabel label;
+  label.resize(100, 20);
+  label.setText(QString(400, QLatin1Char('x')));
+  EXPECT_EQ(label.minimumSizeHint().width(), 0);
+  EXPECT_EQ(label.text().size(), 400);
+  const QImage image = label.grab().toImage();
+  EXPECT_EQ(image.size(), QSize(100, 20));
+}
