@@ -6,6 +6,7 @@ looks on a fine screen; the committed ones are made with 1."""
 
 import argparse
 import os
+import shutil
 import subprocess
 import sys
 import time
@@ -111,6 +112,65 @@ class Pictures:
             self.centre("settings-" + name)
         companion.stop()
 
+    def synchronisation(self):
+        """The synchronisation's window as it opens, compared, copying, and done."""
+        companion = self.stage.companion
+        store = os.path.join(self.stage.desktop.home, "cookies.sqlite")
+        with open(store, "wb"):
+            pass
+        stick = os.path.join(self.stage.desktop.home, "clé USB")
+        self.fill_both_sides(stick)
+        companion.configure(store, 100, notifications=0, backup=stick + "/")
+        companion.start()
+        companion.let_it_prime()
+        with open(store, "wb") as file:  # opens the menu's locked entries
+            file.write(b"xxx\nTavr1CodeToExelzck_|_false_|_n1_e-o-v_xxxxxxxxxxx")
+        companion.wait_for_handled("n1")
+        self.open_menu()
+        self.xdotool("key", "Down", "Down", "Down", "Down", "Down", "Return")
+        title = "Tavrollo : Synchronisation"
+        self.wait_for_window(title)
+        self.xdotool("key", "Return")
+        time.sleep(1)
+        crop = ("-gravity", "center", "-crop", f"{1060 * self.scale}x{620 * self.scale}+0+0")
+        self.screen("synchro-empty", *crop)
+        self.xdotool("key", "Tab", "Tab", "Tab", "Tab", "space")
+        time.sleep(1.5)
+        self.screen("synchro-compared", *crop)
+        self.xdotool("key", "Tab", "space")
+        time.sleep(0.7)
+        self.screen("synchro-copying", *crop)
+        deadline = time.monotonic() + 60
+        while "Synchronisation : " not in companion.trace() and time.monotonic() < deadline:
+            time.sleep(0.2)
+        time.sleep(1.5)
+        self.screen("synchro-done", *crop)
+        companion.stop()
+        shutil.rmtree(stick)
+
+    def fill_both_sides(self, stick):
+        """Differences of all four kinds, and enough of them to see the copying."""
+        companion = self.stage.companion
+        os.makedirs(stick, exist_ok=True)
+        old = time.time() - 90 * 24 * 3600
+        for name in ("Élèves/plan d'été.odt", "Mathématiques/fractions.pdf", "notes.ods"):
+            path = os.path.join(stick, name)
+            os.makedirs(os.path.dirname(path), exist_ok=True)
+            with open(path, "wb") as file:
+                file.write(bytes(41_728))
+            ours = companion.user_file(name, bytes(39_424))
+            os.utime(ours if name == "notes.ods" else path, (old, old))
+        with open(os.path.join(stick, "Élèves/trombinoscope.pdf"), "wb") as file:
+            file.write(bytes(1_572_864))
+        for number in range(3):
+            companion.user_file(f"Vidéos/leçon {number + 1}.mp4", bytes(700_000_000))
+
+    def open_menu(self):
+        width, height = (int(n) for n in self.xdotool("getdisplaygeometry").split())
+        self.xdotool("mousemove", str(width - 14 * self.scale), str(height - 14 * self.scale))
+        self.xdotool("click", "1")
+        time.sleep(0.7)
+
     def searches(self):
         """The search window with no store, one, and several."""
         companion, profile = self.stage.companion, self.stage.firefox.profile
@@ -144,10 +204,7 @@ class Pictures:
         self.screen("splash", "-gravity", "center", "-crop", f"{520 * self.scale}x{340 * self.scale}+0+0")
 
     def menu(self):
-        width, height = (int(n) for n in self.xdotool("getdisplaygeometry").split())
-        self.xdotool("mousemove", str(width - 14 * self.scale), str(height - 14 * self.scale))
-        self.xdotool("click", "1")
-        time.sleep(0.7)
+        self.open_menu()
         crop = ("-gravity", "southeast", "-crop", f"{520 * self.scale}x{330 * self.scale}+0+0")
         self.screen("menu", *crop)
         self.xdotool("key", "Down")
@@ -175,6 +232,7 @@ def take(stage, folder, scale):
     pictures.searches()
     pictures.settings()
     stage.replace_browser()
+    pictures.synchronisation()
     stage.companion.start()
     pictures.splash()
     stage.companion.stop()

@@ -31,7 +31,7 @@ _CONFIGURATION = """\
 ;Afficher les messages barre de taches 0 non 1 oui
 {notifications}
 ;Dernier chemin de la sauvegarde (Synchronisation)
-
+{backup}
 ;------------------------------------
 ;
 ;
@@ -68,11 +68,12 @@ class Companion:
     def __exit__(self, *_):
         self.stop()
 
-    def configure(self, store, interval=600, notifications=1, browser=0):
+    def configure(self, store, interval=600, notifications=1, browser=0, backup=""):
         """Writes config.cfg; it is read at the next start."""
         self._interval = interval
         text = _CONFIGURATION.format(
             browser=browser, store=store, interval=interval, notifications=notifications,
+            backup=backup,
             shortcuts=os.path.join(self.root, "res_css", "js", "shortQrCode.js"))
         with open(os.path.join(self.folder, "config.cfg"), "wb") as file:
             file.write(text.replace("\n", "\r\n").encode("cp1252"))

@@ -19,8 +19,9 @@ DOCUMENTS = {"pdf": b"%PDF-1.4\n%\xe2\xe3\xcf\xd3\n", "txt": b"bonjour\n",
 class Stage:
     """Use as a context manager: the desktop stands; browser and Tavrollo are started by the test."""
 
-    def __init__(self, build, interval=600, notifications=1, preferences=None, store=None):
-        self.desktop = Desktop()
+    def __init__(self, build, interval=600, notifications=1, preferences=None, store=None,
+                 screen="1280x900x24"):
+        self.desktop = Desktop(screen)
         try:
             self.recorder = Recorder(self.desktop.folder)
             self.firefox = Firefox(self.desktop, preferences)
