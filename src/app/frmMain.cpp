@@ -11,6 +11,7 @@
 #include "app/MenuCommands.h"
 #include "app/StartUpBoxes.h"
 #include "app/WebPage.h"
+#include "barcode/qt/SymbolPrint.h"
 #include "bridge/PageKey.h"
 #include "bridge/StateScript.h"
 #include "config/CookieStorePlaces.h"
@@ -129,6 +130,18 @@ void frmMain::MenuParam_Click() {
   TimerFirstSearch_.stop();
   TimerCookies_.stop();
   present(options());
+}
+
+void frmMain::menuCodeBarre_Click() {
+  if (!codeBarre_) {
+    const auto fontPage = [this] { return webPageRequest(companion_.settings, u"aide.html").file; };
+    codeBarre_ = std::make_unique<frmCodeBarrePrev>(
+        BarcodeSurroundings{companion_.programFolder, companion_.locale, shell_, questions_,
+                            fontPage},
+        choosePrinter);
+    codeBarre_->Form_Load();
+  }
+  present(*codeBarre_);
 }
 
 void frmMain::menuDebug_Click() {

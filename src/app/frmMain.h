@@ -7,6 +7,7 @@
 
 #include "app/Companion.h"
 #include "app/StartUp.h"
+#include "barcode/frmCodeBarrePrev.h"
 #include "bridge/CommandActions.h"
 #include "bridge/CookieStoreReader.h"
 #include "bridge/CookieWatcher.h"
@@ -40,6 +41,7 @@ class frmMain : public QWidget, public StartUp::Host, public CookieWatcher::Host
 
   // The menu's entries.
   void MenuQuit_Click();
+  void menuCodeBarre_Click();
   void menuDebug_Click();
   void MenuWebAdmin_Click();
   void menuWebUser_Click();
@@ -87,6 +89,7 @@ class frmMain : public QWidget, public StartUp::Host, public CookieWatcher::Host
   std::unique_ptr<TrayIcon> trayIcon_;
   std::unique_ptr<MenuWindow> menuWindow_;
   frmInfos infos_;
+  std::unique_ptr<frmCodeBarrePrev> codeBarre_;
   std::unique_ptr<frmDebug> debug_;
   std::unique_ptr<frmOptions> options_;
   std::unique_ptr<frmRecursiveSearch> search_;

@@ -10,6 +10,7 @@ class MessageBoxQuestions : public Questions {
  public:
   Answer ask(const Box& box) override;
 
-  // The desktop's own file dialog, where it has one.
+  // The desktop's own file dialogs, where it has them.
   std::optional<Text> chooseFile(const FileRequest& request) override;
+  std::optional<Text> chooseNewFile(const SaveRequest& request) override;
 };

@@ -344,6 +344,25 @@ TEST_F(frmMainTest, ASearchWithoutResultLeavesAnEmptyPathAndNothingWatched) {
   EXPECT_TRUE(shell.requests.empty());
 }
 
+TEST_F(frmMainTest, TheBarcodeWindowIsOneAndBesideTheWatching) {
+  start();
+  give("lzck_|_false_|_1");
+  ASSERT_TRUE(waitUntil([this] { return entry("MenuTavrollo").isEnabled(); }));
+  entry("menuCodeBarre").trigger();
+  QWidget* barcodes = window("frmCodeBarrePrev");
+  ASSERT_TRUE(barcodes);
+  EXPECT_FALSE(barcodes->isModal());
+  EXPECT_TRUE(watching());
+  control<QLineEdit>(*barcodes, "txtSource").setText(QStringLiteral("12"));
+  barcodes->close();
+  entry("menuCodeBarre").trigger();
+  EXPECT_EQ(window("frmCodeBarrePrev"), barcodes);
+  EXPECT_EQ(control<QLineEdit>(*barcodes, "txtSource").text(), QStringLiteral("12"));
+
+  Q_EMIT control<QLabel>(*barcodes, "LabLicence").linkActivated({});
+  EXPECT_EQ(shell.requests.back().file, nativePath(folder.text("nav/aide.html")));
+}
+
 // --- The lock, boxes, the trace -----------------------------------------------------------------
 
 TEST_F(frmMainTest, CommandsAreCarriedOutWhileABoxIsOpen) {
