@@ -83,10 +83,11 @@ class Pictures:
         self.box("box-browser")
         companion.stop()
 
-    def centre(self, name):
+    def centre(self, name, width=730, height=550):
         """The middle of the screen, where the program's own windows lie."""
         time.sleep(0.7)
-        self.screen(name, "-gravity", "center", "-crop", f"{730 * self.scale}x{550 * self.scale}+0+0")
+        size = f"{width * self.scale}x{height * self.scale}"
+        self.screen(name, "-gravity", "center", "-crop", size + "+0+0")
 
     def wait_for_window(self, title):
         self.xdotool("search", "--sync", "--onlyvisible", "--name", title)
@@ -139,15 +140,60 @@ class Pictures:
         for folder in (profile, other):
             os.remove(os.path.join(folder, "cookies.sqlite"))
 
+    def open_menu(self):
+        self.click(14, 14)
+        time.sleep(0.7)
+
+    def click(self, right, bottom):
+        """Clicks at a place that is measured from the screen's right lower corner."""
+        width, height = (int(n) for n in self.xdotool("getdisplaygeometry").split())
+        self.xdotool("mousemove", str(width - right * self.scale), str(height - bottom * self.scale))
+        self.xdotool("click", "1")
+
+    def barcodes(self):
+        """The barcode window with each of its types."""
+        companion = self.stage.companion
+        store = os.path.join(self.stage.desktop.home, "cookies.bin")
+        with open(store, "wb") as file:
+            file.write(bytes(100))
+        companion.configure(store, 600)
+        companion.start()
+        companion.let_it_prime()
+        with open(store, "wb") as file:  # unlocks the menu
+            file.write(b"xx\nTavr1CodeToExelzck_|_false_|_1_e-o-v_")
+        time.sleep(5)  # until the notice has gone
+        self.open_menu()
+        self.xdotool("key", "Escape")  # it may or may not open at the first click of a new desktop
+        self.open_menu()
+        self.xdotool("key", "Down", "Down", "Right")
+        time.sleep(0.5)
+        self.click(290, 73)
+        self.wait_for_window("code barre")
+        self.xdotool("type", "978020137962")
+        self.xdotool("key", "Tab")
+        self.xdotool("type", "51999")
+        self.centre("barcode-ean13", 790, 640)
+        self.xdotool("key", "Tab", "Tab")
+        # From the types to the next one, back to the text, and to the types again.
+        for name, key, tabs, text in (("ean8", "Down", 3, "9638507"), ("2of5", "Down", 3, "1234567"),
+                                      ("128", "Down", 2, "Tavrollo 2026"),
+                                      ("39-label", "1", 2, "AB-12"), ("39", "Up", 2, "AB-12")):
+            self.xdotool("key", *(["Up"] * 4 if key == "1" else [key]))
+            self.xdotool("key", *["shift+Tab"] * tabs)
+            self.xdotool("key", "ctrl+a")
+            self.xdotool("type", text)
+            if name == "ean8":
+                self.xdotool("key", "Tab", "ctrl+a", "Delete", "shift+Tab")
+            self.centre("barcode-" + name, 790, 640)
+            self.xdotool("key", *["Tab"] * tabs)
+        companion.stop()
+
     def splash(self):
         time.sleep(3)
         self.screen("splash", "-gravity", "center", "-crop", f"{520 * self.scale}x{340 * self.scale}+0+0")
 
     def menu(self):
-        width, height = (int(n) for n in self.xdotool("getdisplaygeometry").split())
-        self.xdotool("mousemove", str(width - 14 * self.scale), str(height - 14 * self.scale))
-        self.xdotool("click", "1")
-        time.sleep(0.7)
+        self.open_menu()
         crop = ("-gravity", "southeast", "-crop", f"{520 * self.scale}x{330 * self.scale}+0+0")
         self.screen("menu", *crop)
         self.xdotool("key", "Down")
@@ -175,6 +221,7 @@ def take(stage, folder, scale):
     pictures.searches()
     pictures.settings()
     stage.replace_browser()
+    pictures.barcodes()
     stage.companion.start()
     pictures.splash()
     stage.companion.stop()
