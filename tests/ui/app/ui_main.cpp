@@ -12,6 +12,7 @@
 #include "app/StartUpBoxes.h"
 #include "app/frmMain.h"
 #include "config/ConfigFile.h"
+#include "config/OptionsBoxes.h"
 #include "config/SearchBoxes.h"
 #include "platform/Files.h"
 #include "platform/System.h"
@@ -249,6 +250,30 @@ TEST_F(frmMainTest, WhileTheSettingsAreOpenNothingIsWatched) {
   EXPECT_FALSE(happened("start notepad /pendant"));
 }
 
+TEST_F(frmMainTest, SettingsOpenedInTheMidstOfATickKeepTheWatchingOff) {
+  start();
+  // The box that a command shows lets the user open the settings, and then the tick ends.
+  std::filesystem::remove(folder.path("nav/res_css/js/rwCookies.js"));
+  questions.answers = {Answer::Ok};
+  questions.whileOpen = [this] { return entry("MenuParam").trigger(), true; };
+  give("ini_|_clé_|_");
+  ASSERT_TRUE(waitUntil([] { return window("frmOptions") != nullptr; }));
+  EXPECT_FALSE(watching());
+
+  main->enableTimerFirstSearch();
+  EXPECT_FALSE(timer("TimerFirstSearch").isActive());
+
+  control<QAbstractButton>(*window("frmOptions"), "cmdClose").click();
+  EXPECT_TRUE(timer("TimerFirstSearch").isActive());
+}
+
+TEST_F(frmMainTest, ApplyingWhileItWatchesStopsUntilTheFirstSearch) {
+  start();
+  main->enableTimerFirstSearch();
+  EXPECT_FALSE(watching());
+  EXPECT_TRUE(timer("TimerFirstSearch").isActive());
+}
+
 TEST_F(frmMainTest, TheSettingsWindowStopsAFirstSearchThatIsPending) {
   main = std::make_unique<frmMain>(companion, shell, questions, browser);
   ASSERT_TRUE(main->Form_Load(true));
@@ -327,6 +352,28 @@ TEST_F(frmMainTest, UnreadableSettingsLeadThroughTheSearchToTheFirstCookiesPage)
   control<QAbstractButton>(*search, "cmdClose").click();
   EXPECT_FALSE(search->isVisible());
   EXPECT_TRUE(waitUntil([] { return window("frmSplash") != nullptr; }));
+}
+
+TEST_F(frmMainTest, AStoreThatVanishedBehindTheSearchLeadsIntoTheSettings) {
+  folder.write("config.cfg", "du bruit");
+  const std::string first = folder.write("home/.mozilla/firefox/a/cookies.sqlite", "x");
+  folder.write("home/.mozilla/firefox/b/cookies.sqlite", "x");
+  qputenv("HOME", QByteArray::fromStdString(folder.path("home")));
+  qunsetenv("XDG_CONFIG_HOME");
+  qunsetenv("APPDATA");
+  questions.answers = {Answer::Yes, Answer::Ok};
+  main = std::make_unique<frmMain>(companion, shell, questions, browser);
+  ASSERT_TRUE(main->Form_Load(true));
+  std::filesystem::remove(first);
+  questions.answers = {Answer::Yes, Answer::Yes};
+  QTest::keyClick(&control<QWidget>(*window("frmRecursiveSearch"), "listResult"), Qt::Key_Home);
+  QTest::keyClick(&control<QWidget>(*window("frmRecursiveSearch"), "listResult"), Qt::Key_Return);
+  EXPECT_EQ(questions.boxes.back(), cookieStoreRejectedBox());
+  QWidget* options = window("frmOptions");
+  ASSERT_TRUE(options) << "where the path can be changed";
+  EXPECT_EQ(control<QLineEdit>(*options, "txtPathCookies").text().toStdString(), first);
+  EXPECT_FALSE(timer("TimerFirstSearch").isActive());
+  EXPECT_EQ(folder.read("config.cfg"), "du bruit");
 }
 
 TEST_F(frmMainTest, ASearchWithoutResultLeavesAnEmptyPathAndNothingWatched) {
