@@ -32,8 +32,8 @@ class CookieStoreDetails : public testing::Test {
 
   // `size` is the text of the size.
   static Text writtenText(const Text& size, std::time_t second) {
-    return size + u", dernière écriture le " +
-           dateText(second, {u',', "%d/%m/%Y"}) + u" à " + dateText(second, {u',', "%H:%M:%S"});
+    return size + u", dernière écriture le " + dateText(second, {u',', "%d/%m/%Y"}) + u" à " +
+           dateText(second, {u',', "%H:%M:%S"});
   }
 
   Scratch scratch;
