@@ -11,6 +11,7 @@
 
 #include "app/StartUpBoxes.h"
 #include "app/frmMain.h"
+#include "config/ConfigBoxes.h"
 #include "config/ConfigFile.h"
 #include "config/OptionsBoxes.h"
 #include "config/SearchBoxes.h"
@@ -83,6 +84,13 @@ class frmMainTest : public testing::Test {
     auto* found = main->findChild<QTimer*>(QString::fromLatin1(name));
     if (!found) throw std::runtime_error(std::string("no timer called ") + name);
     return *found;
+  }
+
+  // From now on the user's home is a folder of the test's.
+  void liveInTheFolder() const {
+    qputenv("HOME", QByteArray::fromStdString(folder.path("home")));
+    qunsetenv("XDG_CONFIG_HOME");
+    qunsetenv("APPDATA");
   }
 
   bool watching() { return timer("TimerCookies").isActive(); }
@@ -267,6 +275,21 @@ TEST_F(frmMainTest, SettingsOpenedInTheMidstOfATickKeepTheWatchingOff) {
   EXPECT_TRUE(timer("TimerFirstSearch").isActive());
 }
 
+TEST_F(frmMainTest, SettingsThatAreOpenAreNotOpenedAgain) {
+  start();
+  entry("MenuParam").trigger();
+  auto& path = control<QLineEdit>(*window("frmOptions"), "txtPathCookies");
+  path.setText(QStringLiteral("/en cours"));
+  entry("MenuParam").trigger();
+  EXPECT_EQ(path.text(), QStringLiteral("/en cours")) << "an edit is not lost";
+  const auto widgets = QApplication::topLevelWidgets();
+  EXPECT_EQ(std::count_if(widgets.begin(), widgets.end(),
+                          [](const QWidget* widget) {
+                            return widget->objectName() == QLatin1String("frmOptions");
+                          }),
+            1);
+}
+
 TEST_F(frmMainTest, ApplyingWhileItWatchesStopsUntilTheFirstSearch) {
   start();
   main->enableTimerFirstSearch();
@@ -331,9 +354,7 @@ TEST_F(frmMainTest, UnreadableSettingsLeadThroughTheSearchToTheFirstCookiesPage)
   folder.write("config.cfg", "du bruit");
   folder.write("home/.mozilla/firefox/p/cookies.sqlite", "x");
   folder.write("home/.mozilla/firefox/profiles.ini", "[Profile0]\nPath=p\nIsRelative=1\n");
-  qputenv("HOME", QByteArray::fromStdString(folder.path("home")));
-  qunsetenv("XDG_CONFIG_HOME");
-  qunsetenv("APPDATA");
+  liveInTheFolder();
   questions.answers = {Answer::Yes};
   main = std::make_unique<frmMain>(companion, shell, questions, browser);
   ASSERT_TRUE(main->Form_Load(true));
@@ -344,6 +365,7 @@ TEST_F(frmMainTest, UnreadableSettingsLeadThroughTheSearchToTheFirstCookiesPage)
   ASSERT_EQ(shell.requests.size(), 1u);
   EXPECT_EQ(shell.requests[0].operation, u"open");
   EXPECT_EQ(shell.requests[0].file, nativePath(folder.text("nav/res_css/htm/init_cookie.html")));
+  EXPECT_EQ(shell.requests[0].directory, startInFolder(currentFolder(), nativeSeparator()));
   EXPECT_EQ(shell.requests[0].show, ShowState::Normal);
   EXPECT_TRUE(timer("TimerFirstSearch").isActive());
   EXPECT_TRUE(companion.shortcuts.wasLoaded());
@@ -354,13 +376,29 @@ TEST_F(frmMainTest, UnreadableSettingsLeadThroughTheSearchToTheFirstCookiesPage)
   EXPECT_TRUE(waitUntil([] { return window("frmSplash") != nullptr; }));
 }
 
+TEST_F(frmMainTest, QuitCanBeChosenWhileTheSearchRuns) {
+  folder.write("config.cfg", "");
+  for (int i = 0; i < 20; ++i) folder.makeFolders("home/" + std::to_string(i));
+  liveInTheFolder();
+  questions.answers = {Answer::Yes, Answer::No, Answer::Ok};
+  main = std::make_unique<frmMain>(companion, shell, questions, browser);
+  QTimer quit;
+  QObject::connect(&quit, &QTimer::timeout, [&] {
+    if (!window("frmRecursiveSearch")) return;
+    quit.stop();
+    entry("MenuQuit").trigger();
+  });
+  quit.start(0);
+  ASSERT_TRUE(main->Form_Load(true));
+  EXPECT_EQ(questions.boxes,
+            std::vector<Box>({configUnreadableBox(), quitBox(), noCookieStoreBox()}));
+}
+
 TEST_F(frmMainTest, AStoreThatVanishedBehindTheSearchLeadsIntoTheSettings) {
   folder.write("config.cfg", "du bruit");
   const std::string first = folder.write("home/.mozilla/firefox/a/cookies.sqlite", "x");
   folder.write("home/.mozilla/firefox/b/cookies.sqlite", "x");
-  qputenv("HOME", QByteArray::fromStdString(folder.path("home")));
-  qunsetenv("XDG_CONFIG_HOME");
-  qunsetenv("APPDATA");
+  liveInTheFolder();
   questions.answers = {Answer::Yes, Answer::Ok};
   main = std::make_unique<frmMain>(companion, shell, questions, browser);
   ASSERT_TRUE(main->Form_Load(true));
@@ -379,9 +417,7 @@ TEST_F(frmMainTest, AStoreThatVanishedBehindTheSearchLeadsIntoTheSettings) {
 TEST_F(frmMainTest, ASearchWithoutResultLeavesAnEmptyPathAndNothingWatched) {
   folder.write("config.cfg", "");
   folder.makeFolders("home");
-  qputenv("HOME", QByteArray::fromStdString(folder.path("home")));
-  qunsetenv("XDG_CONFIG_HOME");
-  qunsetenv("APPDATA");
+  liveInTheFolder();
   questions.answers = {Answer::Yes, Answer::Ok};
   main = std::make_unique<frmMain>(companion, shell, questions, browser);
   ASSERT_TRUE(main->Form_Load(true));

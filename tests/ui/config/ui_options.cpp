@@ -145,6 +145,21 @@ TEST_F(Options, LiesInTheMiddleOfTheScreen) {
   EXPECT_LT(std::abs(off.y()), 40);
 }
 
+TEST_F(Options, FitsAScreenOf640By400WithItsTextsWhole) {
+  open();
+  goTo("optNav_1");
+  click("optNav_1");
+  window->resize(1, 1);
+  const int titleBar = window->frameGeometry().height() - window->height();
+  EXPECT_TRUE(waitUntil([&] { return window->size() == window->minimumSizeHint(); }));
+  EXPECT_LE(window->width(), 640);
+  EXPECT_LE(window->height() + titleBar, 400);
+  const auto& chrome = control<QLabel>(*window, "labChrome");
+  EXPECT_GE(chrome.height(), chrome.heightForWidth(chrome.width()));
+  const QLineEdit& tempo = box("txtTempo");
+  EXPECT_GT(tempo.width(), tempo.fontMetrics().horizontalAdvance(QStringLiteral("5000")) + 12);
+}
+
 TEST_F(Options, EachTabShowsItsPageAndHidesTheOthers) {
   open();
   ASSERT_GE(tabs().count(), 2);
@@ -218,6 +233,7 @@ TEST_F(Options, EditingTheBoxesEditsTheSelectedRowAtOnce) {
   EXPECT_EQ(table.rows()[2], (Shortcut{u"000000005", u"cinq + é", u"web_|_5"}));
   EXPECT_EQ(table.rows()[1], (Shortcut{u"000000004", u"quatre", u"web4"}));
   EXPECT_TRUE(box("txtIdQrCode").isReadOnly());
+  EXPECT_TRUE(box("txtPathJs").isReadOnly()) << "only its button chooses another file";
 }
 
 TEST_F(Options, WithNoRowSelectedThereIsNothingToEdit) {
@@ -501,6 +517,17 @@ TEST_F(Options, CloseSavesHidesAndWatchesAgain) {
   EXPECT_EQ(journal, Journal({"interval 1000", "restart"}));
   EXPECT_FALSE(window->isVisible());
   EXPECT_EQ(scratch.read("config.cfg"), configBytes(settings, locale));
+}
+
+TEST_F(Options, FilesThatCannotBeWrittenAreToldAndTheWindowClosesAllTheSame) {
+  open();
+  programFolder = scratch.text("missing");
+  settings.shortcutPath = scratch.text("missing/shortQrCode.js");
+  questions.answers = {Answer::Ok, Answer::Ok};
+  click("cmdClose");
+  EXPECT_EQ(questions.boxes, std::vector<Box>({configWriteFailedBox(), shortcutsWriteFailedBox()}));
+  EXPECT_EQ(journal.back(), "restart");
+  EXPECT_FALSE(window->isVisible());
 }
 
 TEST_F(Options, ARejectedStoreKeepsTheWindowOpenUntilAGoodOneIsGiven) {
