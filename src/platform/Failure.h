@@ -14,10 +14,11 @@ struct Failure {
 };
 
 namespace failures {
-Failure overflow();        // 6
-Failure pastEndOfFile();   // 62
-Failure notRegularFile();  // 75
-Failure changingFile();    // 70: the file changed under every attempt to read it
+Failure overflow();              // 6
+Failure pastEndOfFile();         // 62
+Failure notRegularFile();        // 75
+Failure changingFile();          // 70: the file changed under every attempt to read it
+Failure changedSinceCompared();  // 70: it is no longer what a decision was made about
 }  // namespace failures
 
 // The failure for a value of errno; 0 is success.
