@@ -13,6 +13,7 @@ import time
 here = os.path.dirname(os.path.abspath(__file__))
 sys.path.insert(0, os.path.join(here, "..", "tests", "e2e"))
 
+from desktop import wait_for  # noqa: E402
 from pages import Mouse, TeacherPage, wait_for_bridge  # noqa: E402
 from stage import DOCUMENTS, Stage  # noqa: E402
 
@@ -83,23 +84,22 @@ class Pictures:
         self.box("box-browser")
         companion.stop()
 
-    def centre(self, name, width=730, height=550):
+    def centre(self, name, width=750, height=550):
         """The middle of the screen, where the program's own windows lie."""
         time.sleep(0.7)
         size = f"{width * self.scale}x{height * self.scale}"
         self.screen(name, "-gravity", "center", "-crop", size + "+0+0")
 
     def wait_for_window(self, title):
-        self.xdotool("search", "--sync", "--onlyvisible", "--name", title)
-        time.sleep(0.5)
+        wait_for(lambda: f'"{title}' in self.stage.desktop.windows(), f"the window {title!r}")
+        time.sleep(0.7)
 
     def settings(self):
         """Each page of the settings window, which a missing store leads into."""
         companion = self.stage.companion
         companion.configure("/home/prof/.mozilla/firefox/abcd1234.default-esr/cookies.sqlite", 1000)
         companion.start(wait=False)
-        self.wait_for_window("Tavrollo : Impossible")
-        self.xdotool("key", "Return")
+        self.stage.desktop.press("Tavrollo : Impossible", "Return")
         self.wait_for_window("Tavrollo : Paramètres")
         # From the page about the browser, with Firefox and with Chrome, to the others.
         self.centre("settings-browser")
@@ -125,13 +125,11 @@ class Pictures:
             if os.path.exists(config):
                 os.remove(config)
             companion.start(wait=False)
-            self.wait_for_window("Tavrollo : Initialisation")
-            self.xdotool("key", "Return")
+            self.stage.desktop.press("Tavrollo : Initialisation", "Return")
             self.wait_for_window("Tavrollo : Recherche")
             self.centre("search-" + name)
             if name == "several":
-                self.wait_for_window("Tavrollo : fichiers")
-                self.xdotool("key", "Return")
+                self.stage.desktop.press("Tavrollo : fichiers", "Return")
                 time.sleep(0.5)
                 self.xdotool("key", "End", "Return")
                 self.wait_for_window("Tavrollo : choisir")
@@ -168,7 +166,7 @@ class Pictures:
         self.xdotool("key", "Down", "Down", "Right")
         time.sleep(0.5)
         self.click(290, 73)
-        self.wait_for_window("code barre")
+        self.wait_for_window("Ostrelle")
         self.xdotool("type", "978020137962")
         self.xdotool("key", "Tab")
         self.xdotool("type", "51999")
