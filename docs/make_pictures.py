@@ -14,6 +14,7 @@ import time
 here = os.path.dirname(os.path.abspath(__file__))
 sys.path.insert(0, os.path.join(here, "..", "tests", "e2e"))
 
+from desktop import wait_for  # noqa: E402
 from pages import Mouse, TeacherPage, wait_for_bridge  # noqa: E402
 from stage import DOCUMENTS, Stage  # noqa: E402
 
@@ -84,22 +85,22 @@ class Pictures:
         self.box("box-browser")
         companion.stop()
 
-    def centre(self, name):
+    def centre(self, name, width=750, height=550):
         """The middle of the screen, where the program's own windows lie."""
         time.sleep(0.7)
-        self.screen(name, "-gravity", "center", "-crop", f"{730 * self.scale}x{550 * self.scale}+0+0")
+        size = f"{width * self.scale}x{height * self.scale}"
+        self.screen(name, "-gravity", "center", "-crop", size + "+0+0")
 
     def wait_for_window(self, title):
-        self.xdotool("search", "--sync", "--onlyvisible", "--name", title)
-        time.sleep(0.5)
+        wait_for(lambda: f'"{title}' in self.stage.desktop.windows(), f"the window {title!r}")
+        time.sleep(0.7)
 
     def settings(self):
         """Each page of the settings window, which a missing store leads into."""
         companion = self.stage.companion
         companion.configure("/home/prof/.mozilla/firefox/abcd1234.default-esr/cookies.sqlite", 1000)
         companion.start(wait=False)
-        self.wait_for_window("Tavrollo : Impossible")
-        self.xdotool("key", "Return")
+        self.stage.desktop.press("Tavrollo : Impossible", "Return")
         self.wait_for_window("Tavrollo : Paramètres")
         # From the page about the browser, with Firefox and with Chrome, to the others.
         self.centre("settings-browser")
@@ -184,13 +185,11 @@ class Pictures:
             if os.path.exists(config):
                 os.remove(config)
             companion.start(wait=False)
-            self.wait_for_window("Tavrollo : Initialisation")
-            self.xdotool("key", "Return")
+            self.stage.desktop.press("Tavrollo : Initialisation", "Return")
             self.wait_for_window("Tavrollo : Recherche")
             self.centre("search-" + name)
             if name == "several":
-                self.wait_for_window("Tavrollo : fichiers")
-                self.xdotool("key", "Return")
+                self.stage.desktop.press("Tavrollo : fichiers", "Return")
                 time.sleep(0.5)
                 self.xdotool("key", "End", "Return")
                 self.wait_for_window("Tavrollo : choisir")
@@ -198,6 +197,54 @@ class Pictures:
             companion.stop()
         for folder in (profile, other):
             os.remove(os.path.join(folder, "cookies.sqlite"))
+
+    def open_menu(self):
+        self.click(14, 14)
+        time.sleep(0.7)
+
+    def click(self, right, bottom):
+        """Clicks at a place that is measured from the screen's right lower corner."""
+        width, height = (int(n) for n in self.xdotool("getdisplaygeometry").split())
+        self.xdotool("mousemove", str(width - right * self.scale), str(height - bottom * self.scale))
+        self.xdotool("click", "1")
+
+    def barcodes(self):
+        """The barcode window with each of its types."""
+        companion = self.stage.companion
+        store = os.path.join(self.stage.desktop.home, "cookies.bin")
+        with open(store, "wb") as file:
+            file.write(bytes(100))
+        companion.configure(store, 600)
+        companion.start()
+        companion.let_it_prime()
+        with open(store, "wb") as file:  # unlocks the menu
+            file.write(b"xx\nTavr1CodeToExelzck_|_false_|_1_e-o-v_")
+        time.sleep(5)  # until the notice has gone
+        self.open_menu()
+        self.xdotool("key", "Escape")  # it may or may not open at the first click of a new desktop
+        self.open_menu()
+        self.xdotool("key", "Down", "Down", "Right")
+        time.sleep(0.5)
+        self.click(290, 73)
+        self.wait_for_window("Ostrelle")
+        self.xdotool("type", "978020137962")
+        self.xdotool("key", "Tab")
+        self.xdotool("type", "51999")
+        self.centre("barcode-ean13", 790, 640)
+        self.xdotool("key", "Tab", "Tab")
+        # From the types to the next one, back to the text, and to the types again.
+        for name, key, tabs, text in (("ean8", "Down", 3, "9638507"), ("2of5", "Down", 3, "1234567"),
+                                      ("128", "Down", 2, "Tavrollo 2026"),
+                                      ("39-label", "1", 2, "AB-12"), ("39", "Up", 2, "AB-12")):
+            self.xdotool("key", *(["Up"] * 4 if key == "1" else [key]))
+            self.xdotool("key", *["shift+Tab"] * tabs)
+            self.xdotool("key", "ctrl+a")
+            self.xdotool("type", text)
+            if name == "ean8":
+                self.xdotool("key", "Tab", "ctrl+a", "Delete", "shift+Tab")
+            self.centre("barcode-" + name, 790, 640)
+            self.xdotool("key", *["Tab"] * tabs)
+        companion.stop()
 
     def splash(self):
         time.sleep(3)
@@ -233,6 +280,7 @@ def take(stage, folder, scale):
     pictures.settings()
     stage.replace_browser()
     pictures.synchronisation()
+    pictures.barcodes()
     stage.companion.start()
     pictures.splash()
     stage.companion.stop()

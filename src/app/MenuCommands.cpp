@@ -6,6 +6,7 @@
 std::span<const MenuCommand> menuCommands() {
   static constexpr MenuCommand kCommands[] = {
       {u"MenuAbout", &frmMain::MenuAbout_Click},
+      {u"menuCodeBarre", &frmMain::menuCodeBarre_Click},
       {u"menuDebug", &frmMain::menuDebug_Click},
       {u"MenuQuit", &frmMain::MenuQuit_Click},
       {u"MenuParam", &frmMain::MenuParam_Click},

@@ -11,6 +11,7 @@
 #include "app/MenuCommands.h"
 #include "app/StartUpBoxes.h"
 #include "app/WebPage.h"
+#include "barcode/qt/SymbolPrint.h"
 #include "bridge/PageKey.h"
 #include "bridge/StateScript.h"
 #include "config/CookieStorePlaces.h"
@@ -126,10 +127,21 @@ SplashContents frmMain::splashContents() const {
 }
 
 void frmMain::MenuParam_Click() {
-  // Nothing is carried out while what is watched may change under the watcher.
   TimerFirstSearch_.stop();
   TimerCookies_.stop();
   present(options());
+}
+
+void frmMain::menuCodeBarre_Click() {
+  if (!codeBarre_) {
+    const auto fontPage = [this] { return webPageRequest(companion_.settings, u"aide.html").file; };
+    codeBarre_ = std::make_unique<frmCodeBarrePrev>(
+        BarcodeSurroundings{companion_.programFolder, companion_.locale, shell_, questions_,
+                            fontPage},
+        choosePrinter);
+    codeBarre_->Form_Load();
+  }
+  present(*codeBarre_);
 }
 
 void frmMain::menuDebug_Click() {
@@ -165,8 +177,10 @@ void frmMain::setUpNotice() { infos_.setUp(); }
 
 void frmMain::attachMenuBitmaps() { MenuIcon_.attachBitmaps(); }
 
+// What the store holds by then is known before anything of it may be carried out.
 void frmMain::enableTimerFirstSearch() {
-  if (!isSynchronising()) TimerFirstSearch_.start();
+  TimerCookies_.stop();
+  if (mayWatch()) TimerFirstSearch_.start();
 }
 
 void frmMain::lockMenus(bool lock) {
@@ -224,7 +238,7 @@ SearchSurroundings frmMain::searchSurroundings() {
           .storeChosen =
               [this](const Text& path) {
                 options().setCookiesPath(path);
-                options().cmdClose_Click();
+                if (!options().cmdClose_Click()) MenuParam_Click();
                 openPage(u"res_css\\htm\\init_cookie.html");
               },
           .storeNotFound = [this] { options().setCookiesPath({}); },
@@ -259,11 +273,7 @@ SynchroSurroundings frmMain::synchroSurroundings() {
                                   companion_.programFolder, companion_.locale, questions_);
                 if (load == ShortcutLoad::Ended) endProgram();
               },
-          .restartWatching =
-              [this] {
-                // The settings' window restarts it when it closes.
-                if (!options_ || !options_->isVisible()) enableTimerFirstSearch();
-              }};
+          .restartWatching = [this] { enableTimerFirstSearch(); }};
 }
 
 // --- The watcher --------------------------------------------------------------------------------
@@ -279,9 +289,14 @@ void frmMain::TimerCookies_Timer() {
 
 void frmMain::pumpEvents() { QCoreApplication::processEvents(); }
 
+// Nothing is carried out while what is watched, or the user's files, may change under the watcher.
+// A window may have been opened in the midst of a tick, whose end comes here.
+bool frmMain::mayWatch() const {
+  return !isSynchronising() && (!options_ || !options_->isVisible());
+}
+
 void frmMain::enableTimerCookies(bool on) {
-  if (on && isSynchronising()) return;  // a tick that was under way when the window opened
-  if (on) {
+  if (on && mayWatch()) {
     TimerCookies_.start(companion_.settings.pollInterval);
   } else {
     TimerCookies_.stop();

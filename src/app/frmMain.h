@@ -7,6 +7,7 @@
 
 #include "app/Companion.h"
 #include "app/StartUp.h"
+#include "barcode/frmCodeBarrePrev.h"
 #include "bridge/CommandActions.h"
 #include "bridge/CookieStoreReader.h"
 #include "bridge/CookieWatcher.h"
@@ -41,6 +42,7 @@ class frmMain : public QWidget, public StartUp::Host, public CookieWatcher::Host
 
   // The menu's entries.
   void MenuQuit_Click();
+  void menuCodeBarre_Click();
   void menuDebug_Click();
   void MenuWebAdmin_Click();
   void menuWebUser_Click();
@@ -68,6 +70,7 @@ class frmMain : public QWidget, public StartUp::Host, public CookieWatcher::Host
  private:
   void TimerFirstSearch_Timer();
   void TimerCookies_Timer();
+  bool mayWatch() const;
   void trayAppeared();
   void noTray();
   void menuChosen(TextView name);
@@ -91,6 +94,7 @@ class frmMain : public QWidget, public StartUp::Host, public CookieWatcher::Host
   std::unique_ptr<TrayIcon> trayIcon_;
   std::unique_ptr<MenuWindow> menuWindow_;
   frmInfos infos_;
+  std::unique_ptr<frmCodeBarrePrev> codeBarre_;
   std::unique_ptr<frmDebug> debug_;
   std::unique_ptr<frmOptions> options_;
   std::unique_ptr<frmRecursiveSearch> search_;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <vector>
 
 #include "text/Text.h"
 
@@ -42,6 +43,22 @@ struct FolderRequest {
   bool operator==(const FolderRequest&) const = default;
 };
 
+// What a file-save dialog is to show.
+struct SaveRequest {
+  struct Kind {
+    Text label;
+    Text ending;  // of a name, without its dot
+
+    bool operator==(const Kind&) const = default;
+  };
+
+  Text title;
+  std::vector<Kind> kinds;  // the first one is offered
+  Text name;                // offered, without an ending
+
+  bool operator==(const SaveRequest&) const = default;
+};
+
 // Asks the user.
 class Questions {
  public:
@@ -55,4 +72,8 @@ class Questions {
 
   // The full path of one existing folder; nothing when the user cancels.
   virtual std::optional<Text> chooseFolder(const FolderRequest& request) = 0;
+
+  // The full path of a file to be written, with the ending of the kind that was chosen where the
+  // user gave none; what stands there may be replaced. Nothing when the user cancels.
+  virtual std::optional<Text> chooseNewFile(const SaveRequest& request) = 0;
 };

@@ -70,6 +70,14 @@ class ScriptedQuestions : public Questions {
     folders.pop_front();
     return folder;
   }
+  std::optional<Text> chooseNewFile(const SaveRequest& request) override {
+    saveRequests.push_back(request);
+    journal_.push_back("save " + toUtf8(request.title));
+    if (newFiles.empty()) throw std::logic_error("unexpected dialog: " + toUtf8(request.title));
+    std::optional<Text> file = newFiles.front();
+    newFiles.pop_front();
+    return file;
+  }
 
   std::vector<Box> boxes;
   std::deque<Answer> answers;
@@ -77,6 +85,8 @@ class ScriptedQuestions : public Questions {
   std::deque<std::optional<Text>> files;  // nothing: the dialog is cancelled
   std::vector<FolderRequest> folderRequests;
   std::deque<std::optional<Text>> folders;  // as files
+  std::vector<SaveRequest> saveRequests;
+  std::deque<std::optional<Text>> newFiles;  // as files
 
  private:
   Journal& journal_;

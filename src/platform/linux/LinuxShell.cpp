@@ -124,6 +124,7 @@ Failure LinuxShell::startCommandLine(const Text& commandLine) {
   const Text first = commandLine.substr(0, blank);
   const Text rest = blank == Text::npos ? Text() : commandLine.substr(blank + 1);
   if (first == u"notepad") return startEditor(rest);
+  if (first == u"write" && !rest.empty()) return open(placeOf(toUtf8Lossless(rest), {}), {});
   if (first == u"explorer") {
     const Text folder = rest.empty() ? homeFolder() : rest;
     return open(placeOf(toUtf8Lossless(folder), {}), {});

@@ -20,7 +20,8 @@ class LinuxShell : public Shell {
   Failure ShellExecute(const ShellRequest& request) override;
 
   // "notepad" and "explorer" take the rest of the line as one path and stand for the desktop's text
-  // editor and file manager, "cmd.exe" for its terminal; any other program gets the rest split.
+  // editor and file manager, "write" with a path for whatever opens such a document, "cmd.exe" for
+  // its terminal; any other program gets the rest split.
   Failure startCommandLine(const Text& commandLine) override;
 
   int eventsFd() const override { return children_.eventsFd(); }

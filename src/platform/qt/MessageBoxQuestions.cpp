@@ -114,6 +114,10 @@ QString nameFilter(const FileRequest& request) {
   return toQt(request.filterLabel).trimmed() + QStringLiteral(" (") + patterns + QLatin1Char(')');
 }
 
+QString saveFilter(const SaveRequest::Kind& kind) {
+  return toQt(kind.label) + QStringLiteral(" (*.") + toQt(kind.ending) + QLatin1Char(')');
+}
+
 }  // namespace
 
 Answer MessageBoxQuestions::ask(const Box& box) {
@@ -161,4 +165,23 @@ std::optional<Text> MessageBoxQuestions::chooseFolder(const FolderRequest& reque
   dialog.setOption(QFileDialog::ShowDirsOnly);
   startIn(dialog, request.startFolder);
   return chosenIn(dialog);
+}
+
+std::optional<Text> MessageBoxQuestions::chooseNewFile(const SaveRequest& request) {
+  QFileDialog dialog(QApplication::activeWindow(), toQt(request.title));
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  QStringList filters;
+  for (const SaveRequest::Kind& kind : request.kinds) filters.append(saveFilter(kind));
+  dialog.setNameFilters(filters);
+  const auto useEndingOf = [&](const QString& filter) {
+    const qsizetype chosen = filters.indexOf(filter);
+    if (chosen < 0) return;
+    dialog.setDefaultSuffix(toQt(request.kinds[static_cast<std::size_t>(chosen)].ending));
+  };
+  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, useEndingOf);
+  useEndingOf(filters.value(0));
+  dialog.selectFile(toQt(request.name));
+
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+  return nativePath(fromQt(dialog.selectedFiles().constFirst()));
 }

@@ -13,4 +13,5 @@ class MessageBoxQuestions : public Questions {
   // The desktop's own dialogs, where it has them.
   std::optional<Text> chooseFile(const FileRequest& request) override;
   std::optional<Text> chooseFolder(const FolderRequest& request) override;
+  std::optional<Text> chooseNewFile(const SaveRequest& request) override;
 };

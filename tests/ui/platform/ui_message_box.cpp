@@ -2,6 +2,7 @@
 #include <QAbstractButton>
 #include <QDir>
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStringList>
@@ -224,4 +225,61 @@ TEST(FolderDialog, CancellingGivesNothing) {
   EXPECT_EQ(chosenFolder({.title = u"t", .startFolder = {}},
                          [](QFileDialog& dialog) { dialog.reject(); }),
             std::nullopt);
+}
+
+// --- Saving -------------------------------------------------------------------------------------
+
+namespace {
+
+const SaveRequest kSaving{.title = u"Enregistrer",
+                          .kinds = {{u"Image PNG", u"png"}, {u"Dessin SVG", u"svg"}},
+                          .name = u"essai"};
+
+std::optional<Text> savedFile(const std::function<void(QFileDialog&)>& act) {
+  QTimer look;
+  QObject::connect(&look, &QTimer::timeout, [&] {
+    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    if (!dialog) return;
+    look.stop();
+    act(*dialog);
+  });
+  look.start(10);
+  return MessageBoxQuestions().chooseNewFile(kSaving);
+}
+
+}  // namespace
+
+TEST(SaveDialog, ShowsWhatItWasAsked) {
+  savedFile([](QFileDialog& dialog) {
+    EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Enregistrer"));
+    EXPECT_EQ(dialog.acceptMode(), QFileDialog::AcceptSave);
+    EXPECT_EQ(dialog.nameFilters(), QStringList({QStringLiteral("Image PNG (*.png)"),
+                                                 QStringLiteral("Dessin SVG (*.svg)")}));
+    EXPECT_EQ(QFileInfo(dialog.selectedFiles().value(0)).completeBaseName(),
+              QStringLiteral("essai"));
+    dialog.reject();
+  });
+}
+
+TEST(SaveDialog, AddsTheEndingOfTheKindThatWasChosen) {
+  const Scratch scratch;
+  const auto save = [&](const char* name, int kind) {
+    return savedFile([&](QFileDialog& dialog) {
+      dialog.setDirectory(QString::fromStdString(scratch.path()));
+      const QString filter = dialog.nameFilters().value(kind);
+      dialog.selectNameFilter(filter);
+      Q_EMIT dialog.filterSelected(filter);
+      auto* edit = dialog.findChild<QLineEdit*>();
+      ASSERT_TRUE(edit);
+      edit->setText(QString::fromLatin1(name));
+      static_cast<QDialog&>(dialog).accept();
+    });
+  };
+  EXPECT_EQ(save("a", 0), scratch.text("a.png"));
+  EXPECT_EQ(save("a", 1), scratch.text("a.svg"));
+  EXPECT_EQ(save("a.svg", 0), scratch.text("a.svg"));
+}
+
+TEST(SaveDialog, CancellingChoosesNothing) {
+  EXPECT_EQ(savedFile([](QFileDialog& dialog) { dialog.reject(); }), std::nullopt);
 }

@@ -309,6 +309,11 @@ TEST_F(LinuxShellTest, ExplorerAloneOpensTheHomeFolder) {
   EXPECT_EQ(openedArguments(), "/home/a\n");
 }
 
+TEST_F(LinuxShellTest, WriteOpensTheRestOfTheLineAsOneDocument) {
+  EXPECT_FALSE(shell.startCommandLine(u"write /a b/temp.rtf"));
+  EXPECT_EQ(openedArguments(), "/a b/temp.rtf\n");
+}
+
 TEST_F(LinuxShellTest, CmdStartsTheTerminal) {
   EXPECT_EQ(shell.startCommandLine(u"cmd.exe"), (Failure{53, u"Fichier introuvable : terminal"}));
   recorder("bin/konsole");

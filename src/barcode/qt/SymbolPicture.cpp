@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "barcode/qt/SymbolPicture.h"
+
+#include <QBuffer>
+#include <QSvgGenerator>
+#include <cmath>
+
+#include "barcode/ModuleSize.h"
+
+namespace {
+
+constexpr double kInchesPerMetre = 1 / 0.0254;
+constexpr int kDotsPerInch = 300;
+constexpr int kWidestPicture = 32767;  // more than that is beyond many programs
+
+int moduleOfPicture(const SymbolPainter& symbol, int points, int dotsPerInch) {
+  if (symbol.isEmpty()) return 0;
+  return moduleThatFits(moduleWidth(points, dotsPerInch), symbol.size().width(), kWidestPicture);
+}
+
+QByteArray svg(const SymbolPainter& symbol, int points) {
+  // A drawing has no dots of its own: one of its units is a tenth of a point.
+  constexpr int kUnitsPerInch = 720;
+  const int module = moduleOfPicture(symbol, points, kUnitsPerInch);
+  if (module == 0) return {};
+  const QSize size = symbol.size() * module;
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  QSvgGenerator drawing;
+  drawing.setOutputDevice(&buffer);
+  drawing.setResolution(kUnitsPerInch);
+  drawing.setSize(size);
+  drawing.setViewBox(QRect(QPoint(), size));
+  QPainter painter(&drawing);
+  painter.fillRect(QRect(QPoint(), size), Qt::white);
+  symbol.paint(painter, {}, module);
+  painter.end();
+  return bytes;
+}
+
+}  // namespace
+
+QImage symbolImage(const SymbolPainter& symbol, int points) {
+  const int module = moduleOfPicture(symbol, points, kDotsPerInch);
+  if (module == 0) return {};
+  QImage image(symbol.size() * module, QImage::Format_Grayscale8);
+  if (image.isNull()) return {};
+  image.fill(Qt::white);
+  QPainter painter(&image);
+  symbol.paint(painter, {}, module);
+  painter.end();
+  const double exactDots = module / moduleWidth(points, 1);
+  const int dotsPerMetre = static_cast<int>(std::lround(exactDots * kInchesPerMetre));
+  image.setDotsPerMeterX(dotsPerMetre);
+  image.setDotsPerMeterY(dotsPerMetre);
+  return image;
+}
+
+QByteArray symbolPicture(const SymbolPainter& symbol, int points, PictureFormat format) {
+  if (format == PictureFormat::Svg) return svg(symbol, points);
+  const QImage image = symbolImage(symbol, points);
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  if (image.isNull() || !image.save(&buffer, "PNG")) return {};
+  return bytes;
+}
