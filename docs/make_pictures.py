@@ -139,7 +139,7 @@ class Pictures:
         time.sleep(1.5)
         self.screen("synchro-compared", *crop)
         self.xdotool("key", "Tab", "space")
-        time.sleep(0.7)
+        time.sleep(0.3)
         self.screen("synchro-copying", *crop)
         deadline = time.monotonic() + 60
         while "Synchronisation : " not in companion.trace() and time.monotonic() < deadline:
@@ -163,8 +163,9 @@ class Pictures:
             os.utime(ours if name == "notes.ods" else path, (old, old))
         with open(os.path.join(stick, "Élèves/trombinoscope.pdf"), "wb") as file:
             file.write(bytes(1_572_864))
-        for number in range(3):
-            companion.user_file(f"Vidéos/leçon {number + 1}.mp4", bytes(700_000_000))
+        for number in range(300):
+            companion.user_file(f"Photos/sortie {number + 1:03}.jpg", bytes(400_000))
+        companion.user_file("Vidéos/leçon.mp4", bytes(600_000_000))
 
     def open_menu(self):
         width, height = (int(n) for n in self.xdotool("getdisplaygeometry").split())

@@ -44,7 +44,7 @@ QPixmap sidePicture(TextView key) { return imageOfKey(key).pixmap(24, 24); }
 // While it lives, nothing else is begun: the work lets events in.
 class frmSynchro::Busy {
  public:
-  explicit Busy(frmSynchro& window) : window_(window) {
+  explicit Busy(frmSynchro& window) : window_(window), focus_(window.focusWidget()) {
     window_.busy_ = true;
     window_.sinceYield_.invalidate();
     window_.enableControls(false);
@@ -53,12 +53,14 @@ class frmSynchro::Busy {
     window_.busy_ = false;
     window_.ui_->ProgressBar->hide();
     window_.enableControls(true);
+    if (focus_) focus_->setFocus();  // which it lost when it was disabled
   }
   Busy(const Busy&) = delete;
   Busy& operator=(const Busy&) = delete;
 
  private:
   frmSynchro& window_;
+  QWidget* focus_;
 };
 
 frmSynchro::frmSynchro(SynchroSurroundings surroundings)
@@ -71,6 +73,12 @@ frmSynchro::frmSynchro(SynchroSurroundings surroundings)
   labNbre_ = {nullptr, ui_->labNbre_1, ui_->labNbre_2};
   ui_->cmdPath->setIcon(imageOfKey(u"backup"));
   ui_->cmdOpen->setIcon(imageOfKey(u"explorer"));
+  // The boxes of both rows begin at one line.
+  ui_->Label2->setMinimumWidth(ui_->Label1->sizeHint().width());
+  // Nothing moves when the button comes.
+  QSizePolicy policy = ui_->cmdSynchro->sizePolicy();
+  policy.setRetainSizeWhenHidden(true);
+  ui_->cmdSynchro->setSizePolicy(policy);
   ui_->Picture1_2->setPixmap(sidePicture(u"webUser"));
   ui_->Picture1_3->setPixmap(sidePicture(u"backup"));
   ui_->Grid->setModel(&model_);
@@ -282,6 +290,8 @@ void frmSynchro::cmdSynchro_Click() {
   compare();
   labDir_[kStatus]->setText(toQt(kSyncDone));
   ui_->labReport->setText(toQt(copiedLine(report.copied, report.notCopied.size())));
+  const bool more = !ui_->cmdSynchro->isHidden();
+  (more ? ui_->cmdSynchro : ui_->cmdClose)->setFocus();
 }
 
 // --- While it works -----------------------------------------------------------------------------

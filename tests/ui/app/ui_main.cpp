@@ -8,6 +8,7 @@
 #include <QSystemTrayIcon>
 #include <QTimer>
 #include <algorithm>
+#include <chrono>
 
 #include "app/StartUpBoxes.h"
 #include "app/frmMain.h"
@@ -21,6 +22,7 @@
 #include "platform/qt/QtText.h"
 #include "support/Doubles.h"
 #include "support/Scratch.h"
+#include "sync/SyncTexts.h"
 #include "text/Paths.h"
 #include "tray/TrayManager.h"
 #include "ui/Trayer.h"
@@ -528,6 +530,74 @@ TEST_F(frmMainTest, AnEntryUnlockedAheadOfItsCommandOnlyLeavesALine) {
   ASSERT_TRUE(waitUntil([this] { return entry("MenuExplorer").isEnabled(); }));
   entry("MenuExplorer").trigger();
   EXPECT_TRUE(traced(u"commande absente de cette version : MenuExplorer"));
+}
+
+TEST_F(frmMainTest, CancellingTheQuestionBeforeSynchronisingKeepsWatching) {
+  start();
+  main->lockMenus(false);
+  questions.answers = {Answer::Cancel};
+  entry("MenuSynchro").trigger();
+  EXPECT_EQ(questions.boxes.back(), insertDriveBox());
+  EXPECT_EQ(window("frmSynchro"), nullptr);
+  EXPECT_TRUE(watching());
+}
+
+TEST_F(frmMainTest, NothingIsWatchedWhileTheSynchronisationsWindowIsOpen) {
+  folder.makeFolders("stick");
+  start();
+  companion.settings.backupPath = folder.text("stick");
+  main->lockMenus(false);
+  questions.answers = {Answer::Ok};
+  entry("MenuSynchro").trigger();
+  QWidget* synchro = window("frmSynchro");
+  ASSERT_TRUE(synchro);
+  EXPECT_EQ(synchro->windowModality(), Qt::NonModal);
+  EXPECT_FALSE(watching());
+  EXPECT_FALSE(timer("TimerFirstSearch").isActive());
+
+  entry("MenuSynchro").trigger();  // it is the same window, without another question
+  EXPECT_EQ(window("frmSynchro"), synchro);
+  EXPECT_EQ(questions.boxes.size(), 1u);
+
+  // The settings' window is not what ends the waiting.
+  main->enableTimerFirstSearch();
+  main->enableTimerCookies(true);
+  EXPECT_FALSE(watching());
+  EXPECT_FALSE(timer("TimerFirstSearch").isActive());
+
+  give("notepad_|_/pendant_|_");
+  control<QAbstractButton>(*synchro, "cmdClose").click();
+  EXPECT_EQ(window("frmSynchro"), nullptr);
+  EXPECT_TRUE(timer("TimerFirstSearch").isActive());
+  timer("TimerFirstSearch").start(20);
+  ASSERT_TRUE(waitUntil([this] { return watching(); }));
+  give("notepad_|_/apres_|_");
+  ASSERT_TRUE(comes("start notepad /apres"));
+  EXPECT_FALSE(happened("start notepad /pendant"));
+
+  questions.answers = {Answer::Ok};  // another time, from the start
+  entry("MenuSynchro").trigger();
+  EXPECT_TRUE(window("frmSynchro"));
+  EXPECT_FALSE(watching());
+}
+
+TEST_F(frmMainTest, ARestoredShortcutTableIsTheProgramsTable) {
+  folder.makeFolders("nav/user_datas");
+  folder.write("stick/shortQrCode.js",
+               "var FreeId=77\r\nvar tabObj = new Object();\r\nfunction ShortQrCode(myKey){\r\n");
+  start();
+  const std::filesystem::path live(folder.path("nav/res_css/js/shortQrCode.js"));
+  std::filesystem::last_write_time(live,
+                                   std::filesystem::last_write_time(live) - std::chrono::hours(1));
+  companion.settings.backupPath = folder.text("stick");
+  main->lockMenus(false);
+  questions.answers = {Answer::Ok};
+  entry("MenuSynchro").trigger();
+  ASSERT_TRUE(window("frmSynchro"));
+  EXPECT_EQ(companion.shortcuts.freeId(), 42);
+  control<QAbstractButton>(*window("frmSynchro"), "cmdCompare").click();
+  control<QAbstractButton>(*window("frmSynchro"), "cmdSynchro").click();
+  EXPECT_EQ(companion.shortcuts.freeId(), 77);
 }
 
 TEST_F(frmMainTest, AFailureInAHandlerBecomesABox) {

@@ -310,6 +310,29 @@ TEST_F(Synchro, TheTabKeyGoesThroughTheControlsInOrder) {
   }
 }
 
+TEST_F(Synchro, ComparingLeavesTheFocusWhereItWas) {
+  scratch.write("nav/user_datas/a", "1");
+  open();
+  QTest::keyClick(&path(), Qt::Key_Tab);
+  find<QWidget>("cmdCompare").setFocus();
+  QTest::keyClick(window->focusWidget(), Qt::Key_Space);
+  EXPECT_EQ(rows().size(), 2u);
+  EXPECT_EQ(window->focusWidget()->objectName(), QStringLiteral("cmdCompare"));
+}
+
+TEST_F(Synchro, FindingDifferencesMovesNoOtherControl) {
+  scratch.write("nav/user_datas/a", "1");
+  open();
+  QCoreApplication::processEvents();
+  const QRect button = find<QWidget>("cmdPath").geometry();
+  const QRect box = path().geometry();
+  click("cmdCompare");
+  QCoreApplication::processEvents();
+  EXPECT_EQ(find<QWidget>("cmdPath").geometry(), button);
+  EXPECT_EQ(path().geometry(), box);
+  EXPECT_EQ(path().x(), find<QWidget>("txtFiltre").x());
+}
+
 // --- Leaving ------------------------------------------------------------------------------------
 
 TEST_F(Synchro, OnlyItsButtonLeavesTheWindow) {
@@ -575,6 +598,7 @@ TEST_F(Synchro, ARoundTripBringsBothSidesInStep) {
   EXPECT_FALSE(isShown("ProgressBar"));
   EXPECT_TRUE(questions.boxes.empty());
   EXPECT_TRUE(journal.empty()) << "the live table is what it was";
+  EXPECT_EQ(window->focusWidget()->objectName(), QStringLiteral("cmdClose"));
 }
 
 TEST_F(Synchro, ARestoredShortcutTableIsReadAgain) {
