@@ -163,15 +163,8 @@ class Pictures:
             os.utime(ours if name == "notes.ods" else path, (old, old))
         with open(os.path.join(stick, "Élèves/trombinoscope.pdf"), "wb") as file:
             file.write(bytes(1_572_864))
-        for number in range(300):
-            companion.user_file(f"Photos/sortie {number + 1:03}.jpg", bytes(400_000))
-        companion.user_file("Vidéos/leçon.mp4", bytes(600_000_000))
-
-    def open_menu(self):
-        width, height = (int(n) for n in self.xdotool("getdisplaygeometry").split())
-        self.xdotool("mousemove", str(width - 14 * self.scale), str(height - 14 * self.scale))
-        self.xdotool("click", "1")
-        time.sleep(0.7)
+        for number in range(4):
+            companion.user_file(f"Vidéos/leçon {number + 1}.mp4", bytes(200_000_000))
 
     def searches(self):
         """The search window with no store, one, and several."""
@@ -200,7 +193,7 @@ class Pictures:
             os.remove(os.path.join(folder, "cookies.sqlite"))
 
     def open_menu(self):
-        self.click(14, 14)
+        self.click(14, 14 // self.scale)  # the tray itself does not grow with the scale
         time.sleep(0.7)
 
     def click(self, right, bottom):
@@ -319,7 +312,8 @@ def main():
     asked = parser.parse_args()
     os.makedirs(asked.folder, exist_ok=True)
     preferences = {"layout.css.devPixelsPerPx": str(asked.scale)}
-    with Stage(asked.build, interval=600, preferences=preferences) as stage:
+    screen = f"{1280 * asked.scale}x{900 * asked.scale}x24"
+    with Stage(asked.build, interval=600, preferences=preferences, screen=screen) as stage:
         take(stage, asked.folder, asked.scale)
 
 

@@ -45,7 +45,6 @@ class Synchro : public testing::Test {
     settings.backupPath = scratch.text("stick") + u"/";
     window = std::make_unique<frmSynchro>(surroundings());
   }
-  ~Synchro() override { settings.shortcutPath.clear(); }
 
   SynchroSurroundings surroundings() {
     return {.settings = settings,
@@ -566,6 +565,18 @@ TEST_F(Synchro, WhileItComparesNothingElseIsBegun) {
     EXPECT_TRUE(find<QWidget>(name).isEnabled()) << name;
   }
   EXPECT_EQ(rows().size(), 4u);
+}
+
+TEST_F(Synchro, WhileItListsFolderAndCountAreShown) {
+  scratch.write("nav/user_datas/a", "1");
+  open();
+  click("cmdCompare");
+  std::vector<std::pair<std::string, std::string>> shown;
+  whilePumping = [&] { shown.emplace_back(label("labDir_1"), label("labNbre_1")); };
+  click("cmdCompare");
+  ASSERT_FALSE(shown.empty());
+  EXPECT_EQ(shown.front().first, scratch.path("nav/user_datas") + "/");
+  EXPECT_EQ(shown.front().second, "Résultat : 0 fichier trouvé");
 }
 
 TEST_F(Synchro, WhatCouldNotBeAskedIsCountedInTheWindow) {
