@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "app/Companion.h"
+#include "app/MenuActions.h"
 #include "app/StartUp.h"
 #include "bridge/CommandActions.h"
 #include "bridge/CookieStoreReader.h"
@@ -38,12 +39,9 @@ class frmMain : public QWidget, public StartUp::Host, public CookieWatcher::Host
   // Takes the icon away, saves the cookie offset and leaves at once, whatever windows are open.
   [[noreturn]] void endProgram();
 
-  // The menu's entries.
+  // The menu's entries that open a window, or end the program.
   void MenuQuit_Click();
   void menuDebug_Click();
-  void MenuWebAdmin_Click();
-  void menuWebUser_Click();
-  void menuAide_Click();
   void MenuAbout_Click() override;
   void MenuParam_Click() override;
 
@@ -69,7 +67,6 @@ class frmMain : public QWidget, public StartUp::Host, public CookieWatcher::Host
   void trayAppeared();
   void noTray();
   void menuChosen(TextView name);
-  void openPage(TextView name);
   frmOptions& options();
   frmRecursiveSearch& recursiveSearch();
   OptionsSurroundings optionsSurroundings();
@@ -77,6 +74,7 @@ class frmMain : public QWidget, public StartUp::Host, public CookieWatcher::Host
   SplashContents splashContents() const;
   void writeKey(const Text& key);
   CommandActions::Surroundings actionSurroundings();
+  MenuActions::Surroundings menuSurroundings();
 
   Companion& companion_;
   Shell& shell_;
@@ -94,6 +92,7 @@ class frmMain : public QWidget, public StartUp::Host, public CookieWatcher::Host
 
   CookieStoreReader reader_;
   CommandActions actions_;
+  MenuActions menuActions_;
   CookieWatcher watcher_;
   StartUp startUp_;
   std::int64_t valuesHandled_ = 0;

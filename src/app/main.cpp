@@ -17,6 +17,7 @@
 #include "text/Paths.h"
 #include "text/Split.h"
 #include "text/Utf.h"
+#include "tray/Launchers.h"
 
 namespace {
 
@@ -78,7 +79,8 @@ int run(QApplication& application, const Options& options, const TerminationRequ
   const std::unique_ptr<Shell> shell =
       makeShell([&companion](const Text& line) { companion.trace.log(line); });
   const std::unique_ptr<DefaultBrowser> browser = makeDefaultBrowser();
-  frmMain main(companion, *shell, questions, *browser);
+  LauncherShell launchers(companion.programFolder, *shell);
+  frmMain main(companion, launchers, questions, *browser);
   running = &main;
 
   QSocketNotifier ended(shell->eventsFd(), QSocketNotifier::Read);
