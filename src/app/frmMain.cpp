@@ -138,8 +138,27 @@ void frmMain::MenuParam_Click() {
 }
 
 void frmMain::menuDebug_Click() {
-  if (!debug_) debug_ = std::make_unique<frmDebug>(companion_.trace);
+  if (!debug_) {
+    const auto handler = [this](TextView procedure, auto body) {
+      return [this, procedure, body] { guarded(questions_, procedure, body); };
+    };
+    debug_ = std::make_unique<frmDebug>(
+        companion_.trace,
+        DebugCommands{handler(u"cmdInfos_Click", [this] { menuActions_.showCookieInformation(); }),
+                      handler(u"cmdTest_Click", [this] { showTestWindow(); })});
+  }
   present(*debug_);
+}
+
+// Opened anew it reads the table anew.
+void frmMain::showTestWindow() {
+  if (!test_ || !test_->isVisible()) {
+    test_ = std::make_unique<frmTest>(TestSurroundings{
+        companion_.settings.shortcutPath, companion_.locale, questions_, companion_.shortcuts});
+    test_->show();
+    test_->Form_Load();
+  }
+  present(*test_);
 }
 
 MenuActions::Surroundings frmMain::menuSurroundings() {

@@ -22,6 +22,7 @@
 #include "tray/TrayIcon.h"
 #include "tray/TrayMenu.h"
 #include "tray/frmInfos.h"
+#include "windows/frmTest.h"
 #include "windows/qt/SplashShow.h"
 
 // The main window. It is never shown: it owns the timers, the tray icon and its menu, and joins the
@@ -42,6 +43,7 @@ class frmMain : public QWidget, public StartUp::Host, public CookieWatcher::Host
   // The menu's entries that open a window, or end the program.
   void MenuQuit_Click();
   void menuDebug_Click();
+  void showTestWindow();  // from the debug monitor
   void MenuAbout_Click() override;
   void MenuParam_Click() override;
 
@@ -86,6 +88,7 @@ class frmMain : public QWidget, public StartUp::Host, public CookieWatcher::Host
   std::unique_ptr<MenuWindow> menuWindow_;
   frmInfos infos_;
   std::unique_ptr<frmDebug> debug_;
+  std::unique_ptr<frmTest> test_;
   std::unique_ptr<frmOptions> options_;
   std::unique_ptr<frmRecursiveSearch> search_;
   SplashShow splash_;

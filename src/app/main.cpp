@@ -8,6 +8,7 @@
 
 #include "app/Companion.h"
 #include "app/Options.h"
+#include "app/TestWindow.h"
 #include "app/frmMain.h"
 #include "platform/Desktop.h"
 #include "platform/ProgramFolder.h"
@@ -73,6 +74,7 @@ int run(QApplication& application, const Options& options, const TerminationRequ
     questions.ask(programFolderBox(companion.programFolder, failure));
     return EXIT_FAILURE;
   }
+  if (options.testWindow) return runTestWindow(companion, questions);
   InstanceGuard guard;
   const bool first = guard.acquire(companion.programFolder);
 

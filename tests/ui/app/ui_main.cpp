@@ -400,6 +400,22 @@ TEST_F(frmMainTest, TheDebugMonitorOpensOnceAndShowsTheTraceOfTheWholeRun) {
   EXPECT_EQ(monitors, 1);
 }
 
+TEST_F(frmMainTest, TheDebugMonitorOpensTheTestWindowAndTheFileAboutTheCookies) {
+  start();
+  entry("menuDebug").trigger();
+  QWidget& monitor = *window("frmDebug");
+  control<QAbstractButton>(monitor, "cmdInfos").click();
+  EXPECT_EQ(journal, Journal({"start notepad " + folder.path("infos_qrCode_cookies.txt")}));
+
+  control<QAbstractButton>(monitor, "cmdTest").click();
+  QWidget* test = window("frmTest");
+  ASSERT_TRUE(test);
+  EXPECT_FALSE(test->isModal());
+  EXPECT_TRUE(watching());
+  control<QAbstractButton>(monitor, "cmdTest").click();
+  EXPECT_EQ(window("frmTest"), test) << "shown again, not opened twice";
+}
+
 TEST_F(frmMainTest, AboutShowsTheSplash) {
   start();
   ASSERT_TRUE(waitUntil([&] { return !window("frmSplash"); }, 10000));
