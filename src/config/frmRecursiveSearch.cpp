@@ -29,6 +29,7 @@ frmRecursiveSearch::frmRecursiveSearch(SearchSurroundings surroundings)
           guard(u"cmdClose_Click", &frmRecursiveSearch::cmdClose_Click));
   connect(ui_->listResult, &QListWidget::itemClicked, this,
           guard(u"listResult_Click", &frmRecursiveSearch::listResult_Click));
+  connect(ui_->listResult, &QListWidget::currentRowChanged, this, &frmRecursiveSearch::showDetails);
   ui_->listResult->installEventFilter(this);
 }
 
@@ -115,9 +116,11 @@ SearchEnd frmRecursiveSearch::walk() {
       .end;
 }
 
-void frmRecursiveSearch::addResult(const Text& path) {
-  auto* item = new QListWidgetItem(toQt(path), ui_->listResult);
-  item->setToolTip(toQt(cookieStoreDetails(path, to_.locale)));
+void frmRecursiveSearch::addResult(const Text& path) { ui_->listResult->addItem(toQt(path)); }
+
+// What helps to tell the store in use from an old one.
+void frmRecursiveSearch::showDetails(int row) {
+  ui_->labDetails->setText(row < 0 ? QString() : toQt(cookieStoreDetails(result(row), to_.locale)));
 }
 
 Text frmRecursiveSearch::result(int row) const {

@@ -54,6 +54,7 @@ class frmRecursiveSearch : public QDialog {
   void LancerLaRecherche_FSO();
   SearchEnd walk();
   void addResult(const Text& path);
+  void showDetails(int row);
   void concludeSearch();
   Text result(int row) const;
 

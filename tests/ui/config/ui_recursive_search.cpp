@@ -178,11 +178,13 @@ TEST_F(RecursiveSearch, EachSearchBeginsAnew) {
   EXPECT_EQ(questions.boxes.size(), 1u) << "the old permission to choose is gone";
 }
 
-TEST_F(RecursiveSearch, AResultTellsItsSizeAndAge) {
+TEST_F(RecursiveSearch, TheCurrentResultTellsItsSizeAndAge) {
   writeTwoStores();
   questions.answers = {Answer::Ok};
   search();
-  EXPECT_TRUE(fromQt(results().item(1)->toolTip()).starts_with(u"2,00 Ko, dernière écriture le "));
+  EXPECT_EQ(label("labDetails"), u"");
+  results().setCurrentRow(1);
+  EXPECT_TRUE(label("labDetails").starts_with(u"2,00 Ko, dernière écriture le "));
 }
 
 TEST_F(RecursiveSearch, CloseShowsTheSplashAndHides) {
