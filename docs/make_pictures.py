@@ -146,7 +146,7 @@ class Pictures:
     def open_menu(self, *keys):
         """Clicks the tray icon, then presses keys in the menu."""
         width, height = (int(n) for n in self.xdotool("getdisplaygeometry").split())
-        self.xdotool("mousemove", str(width - 14 * self.scale), str(height - 14 * self.scale))
+        self.xdotool("mousemove", str(width - 14), str(height - 14))  # the tray is never scaled
         self.xdotool("click", "1")
         time.sleep(0.7)
         for key in keys:
@@ -178,12 +178,14 @@ class Pictures:
             self.open_menu(*keys, "Return")
             self.wait_for_window(title)
             self.screen(name, "-gravity", "center", "-crop",
-                        f"{740 * self.scale}x{320 * self.scale}+0+0")
-            # A box with only Yes and No has no Escape.
-            self.xdotool("key", "alt+n" if name == "box-regedit" else "Escape")
+                        f"{900 * self.scale}x{320 * self.scale}+0+0")
+            # A box with only Yes and No has no Escape: its second button is No.
+            self.xdotool("key", *(("Tab", "space") if name == "box-regedit" else ("Escape",)))
             time.sleep(0.5)
         self.open_menu(*tavrollo, "Down", "Down", "Down", "Return")
         self.wait_for_window("Debug Monitor")
+        self.xdotool("search", "--name", "Debug Monitor", "windowmove", "360", "240")
+        time.sleep(0.5)
         self.screen("debug-monitor", *self.middle())
         self.xdotool("key", "Tab")
         self.xdotool("key", "Escape")
@@ -197,7 +199,6 @@ class Pictures:
         window = desktop.start(os.path.abspath(companion.program), "--program-folder",
                                companion.folder, "--test-window", name="test-window")
         self.wait_for_window("Tavrollo : Test")
-        self.xdotool("key", "Tab")
         self.xdotool("type", "déjà")
         for key in ("Tab", "space", "Tab", "Tab", "space", "Tab", "Tab", "Down", "Right", "Return"):
             self.xdotool("key", key)

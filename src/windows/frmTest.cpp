@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "windows/frmTest.h"
 
+#include <QHeaderView>
 #include <QKeyEvent>
 
 #include "platform/Files.h"
@@ -37,6 +38,8 @@ frmTest::~frmTest() = default;
 void frmTest::Form_Load() {
   QTableWidget& grid = *ui_->Grid;
   grid.setRowCount(0);
+  // Centred, the title of the widest column would be out of sight.
+  grid.horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   grid.setColumnCount(static_cast<int>(std::size(kColumns)));
   for (int column = 0; column < grid.columnCount(); ++column) {
     grid.setHorizontalHeaderItem(column, new QTableWidgetItem(toQt(kColumns[column].header)));

@@ -54,6 +54,8 @@ TEST_F(frmTestTest, TheGridListsTheFile) {
     EXPECT_EQ(grid.horizontalHeaderItem(column)->text(), toQt(headers[column]));
     EXPECT_EQ(grid.columnWidth(column), widths[column]);
   }
+  EXPECT_GE(grid.columnWidth(0), grid.fontMetrics().horizontalAdvance(QStringLiteral("000000003")))
+      << "a key is not cut off";
   ASSERT_EQ(grid.rowCount(), 2);
   EXPECT_EQ(cell(0, 0), QStringLiteral("000000003"));
   EXPECT_EQ(cell(0, 1), QStringLiteral("CafÃ©"));
