@@ -77,7 +77,7 @@ bool StartUp::readSettings() {
   if (readFile(configPath(to_.companion.programFolder), bytes)) return false;
   Settings& settings = to_.companion.settings;
   const auto shortcutPathRead = [this] { checkShortcutPath(); };
-  if (!readConfig(bytes, to_.companion.locale, settings, shortcutPathRead)) return false;
+  const bool whole = readConfig(bytes, to_.companion.locale, settings, shortcutPathRead);
 
   if (settings.pollInterval <= 0) {
     to_.companion.trace.log(u"config.cfg : temporisation de " +
@@ -85,7 +85,7 @@ bool StartUp::readSettings() {
                             u" ms refusée, 1000 ms prises à la place");
     settings.pollInterval = kDesignInterval;
   }
-  return true;
+  return whole;
 }
 
 void StartUp::checkShortcutPath() {

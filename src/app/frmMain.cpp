@@ -131,7 +131,6 @@ SplashContents frmMain::splashContents() const {
 }
 
 void frmMain::MenuParam_Click() {
-  // Nothing is carried out while what is watched may change under the watcher.
   TimerFirstSearch_.stop();
   TimerCookies_.stop();
   present(options());
@@ -191,7 +190,11 @@ void frmMain::setUpNotice() { infos_.setUp(); }
 
 void frmMain::attachMenuBitmaps() { MenuIcon_.attachBitmaps(); }
 
-void frmMain::enableTimerFirstSearch() { TimerFirstSearch_.start(); }
+// What the store holds by then is known before anything of it may be carried out.
+void frmMain::enableTimerFirstSearch() {
+  TimerCookies_.stop();
+  if (mayWatch()) TimerFirstSearch_.start();
+}
 
 void frmMain::lockMenus(bool lock) {
   lockMenu(lock, [this](TextView name, bool enabled) { MenuIcon_.setEnabled(name, enabled); });
@@ -248,7 +251,7 @@ SearchSurroundings frmMain::searchSurroundings() {
           .storeChosen =
               [this](const Text& path) {
                 options().setCookiesPath(path);
-                options().cmdClose_Click();
+                if (!options().cmdClose_Click()) MenuParam_Click();
                 shell_.ShellExecute(
                     webPageRequest(companion_.settings, u"res_css\\htm\\init_cookie.html"));
               },
@@ -269,8 +272,12 @@ void frmMain::TimerCookies_Timer() {
 
 void frmMain::pumpEvents() { QCoreApplication::processEvents(); }
 
+// Nothing is carried out while what is watched may change under the watcher. The settings may have
+// been opened in the midst of a tick, whose end comes here.
+bool frmMain::mayWatch() const { return !options_ || !options_->isVisible(); }
+
 void frmMain::enableTimerCookies(bool on) {
-  if (on) {
+  if (on && mayWatch()) {
     TimerCookies_.start(companion_.settings.pollInterval);
   } else {
     TimerCookies_.stop();

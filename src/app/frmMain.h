@@ -66,6 +66,7 @@ class frmMain : public QWidget, public StartUp::Host, public CookieWatcher::Host
  private:
   void TimerFirstSearch_Timer();
   void TimerCookies_Timer();
+  bool mayWatch() const;
   void trayAppeared();
   void noTray();
   void menuChosen(TextView name);

@@ -55,6 +55,7 @@ void CookieWatcher::noteStoreTime() {
 }
 
 void CookieWatcher::primeLastCommand() {
+  primedStore_ = settings_.cookiesPath;
   lastCommandCookie_ = reader_.Extract(settings_.cookiesPath);
   primed_ = reader_.readTheStore();
 }
@@ -72,6 +73,10 @@ void CookieWatcher::tick() {
 }
 
 void CookieWatcher::look() {
+  if (primedStore_ && *primedStore_ != settings_.cookiesPath) {
+    primedStore_ = settings_.cookiesPath;
+    primed_ = false;
+  }
   const Text value = reader_.Extract(settings_.cookiesPath);
   if (!primed_ && reader_.readTheStore()) {
     primed_ = true;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 
 #include "bridge/CommandActions.h"
 #include "bridge/CookieStoreReader.h"
@@ -31,7 +32,8 @@ class CookieWatcher {
   void noteStoreTime();
 
   // Takes the command that stands in the store as handled. When the store cannot be read now, that
-  // is done with the first command that can.
+  // is done with the first command that can; and so it is with each other store that the settings
+  // name later.
   void primeLastCommand();
 
   // One tick of `TimerCookies`.
@@ -51,6 +53,7 @@ class CookieWatcher {
 
   bool tickBusy_ = false;
   bool primed_ = true;
+  std::optional<Text> primedStore_;
   Text lastStoreTime_;
   Text lastCommandCookie_;
 };

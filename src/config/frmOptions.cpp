@@ -41,7 +41,7 @@ frmOptions::frmOptions(OptionsSurroundings surroundings)
   setTabOrder(ui_->cmdOk, ui_->cmdClose);
   setTabOrder(ui_->cmdClose, ui_->cmdCancel);
 
-  const auto onClick = [this](QPushButton* button, TextView name, void (frmOptions::*handler)()) {
+  const auto onClick = [this](QPushButton* button, TextView name, auto handler) {
     connect(button, &QPushButton::clicked, this, [this, procedure = Text(name), handler] {
       guarded(to_.questions, procedure, [&] { (this->*handler)(); });
     });
@@ -74,21 +74,19 @@ void frmOptions::showSettings() {
 
 void frmOptions::setCookiesPath(const Text& path) { browser_->setCookiesPath(path); }
 
-void frmOptions::cmdOk_Click() {
+bool frmOptions::cmdOk_Click() {
   const OptionsTarget target{to_.settings, to_.shortcuts, to_.programFolder,
                              to_.locale,   to_.questions, to_.setInterval};
   const Applied applied = applyOptions(browser_->entries(), target);
   if (applied == Applied::Ended) to_.endProgram();
-  rejected_ = applied != Applied::Saved;
+  return applied == Applied::Saved;
 }
 
-void frmOptions::cmdClose_Click() {
-  cmdOk_Click();
-  if (!rejected_) {
-    hide();
-    to_.restartWatching();
-  }
-  rejected_ = false;
+bool frmOptions::cmdClose_Click() {
+  if (!cmdOk_Click()) return false;
+  hide();
+  to_.restartWatching();
+  return true;
 }
 
 void frmOptions::cmdCancel_Click() {

@@ -29,9 +29,10 @@ class frmOptions : public QDialog {
   // Shows the settings in the controls.
   void showSettings();
 
-  // What a search does with the window: another path in the box, then apply and close.
+  // What a search does with the window: another path in the box, then apply and close. False when
+  // apply rejected the path.
   void setCookiesPath(const Text& path);
-  void cmdClose_Click();
+  bool cmdClose_Click();
 
   // Escape and the title bar's close box.
   void reject() override;
@@ -40,7 +41,7 @@ class frmOptions : public QDialog {
   void closeEvent(QCloseEvent* event) override;
 
  private:
-  void cmdOk_Click();
+  bool cmdOk_Click();
   void cmdCancel_Click();
 
   OptionsSurroundings to_;
@@ -48,5 +49,4 @@ class frmOptions : public QDialog {
   ShortcutsPage* shortcuts_;
   BrowserPage* browser_;
   DisplayPage* display_;
-  bool rejected_ = false;  // by the last apply
 };

@@ -14,13 +14,14 @@ struct Failure {
 };
 
 namespace failures {
-Failure invalidCall();     // 5
-Failure overflow();        // 6
-Failure noSuchIndex();     // 9
-Failure typeMismatch();    // 13
-Failure pastEndOfFile();   // 62
-Failure notRegularFile();  // 75
-Failure changingFile();    // 70: the file changed under every attempt to read it
+Failure invalidCall();           // 5
+Failure overflow();              // 6
+Failure noSuchIndex();           // 9
+Failure typeMismatch();          // 13
+Failure pastEndOfFile();         // 62
+Failure notRegularFile();        // 75
+Failure changingFile();          // 70: the file changed under every attempt to read it
+Failure changedSinceCompared();  // 70: it is no longer what a decision was made about
 }  // namespace failures
 
 // The failure for a value of errno; 0 is success.

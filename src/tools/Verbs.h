@@ -11,6 +11,7 @@
 // before the result is known to be whole; what is read line by line is answered line by line.
 
 inline constexpr int kDone = 0;
+inline constexpr int kDifferent = 1;
 inline constexpr int kFailed = 2;
 
 // The command in a browser's cookie store: its position, its page's host and its value.
@@ -25,6 +26,13 @@ int shortcutsVerb(const std::vector<std::string>& arguments, std::ostream& out, 
 // The characters that draw a text's barcode in its font; or of one text for each line of the
 // standard input.
 int codebarVerb(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err);
+
+// What two folders differ in, one file a line. Exit status 0 the same, 1 different, 2 not all could
+// be compared.
+int compareVerb(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err);
+
+// Copies what two folders differ in, and writes what was copied, one file a line.
+int syncVerb(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err);
 
 // True when the arguments ask for the verb's usage and nothing else.
 bool asksForHelp(const std::vector<std::string>& arguments);

@@ -22,6 +22,8 @@ constexpr Verb kVerbs[] = {
     {"config", "les réglages d'un fichier config.cfg", configVerb},
     {"shortcuts", "les raccourcis d'un fichier shortQrCode.js", shortcutsVerb},
     {"codebar", "les caractères d'un code barre, pour sa police", codebarVerb},
+    {"compare", "ce qui distingue deux dossiers", compareVerb},
+    {"sync", "copier ce qui distingue deux dossiers", syncVerb},
 };
 
 void writeUsage(std::ostream& out) {

@@ -16,6 +16,8 @@
 BrowserPage::BrowserPage(const OptionsSurroundings& surroundings, QWidget* parent)
     : QWidget(parent), to_(surroundings), ui_(std::make_unique<Ui::BrowserPage>()) {
   ui_->setupUi(this);
+  // A layout asks a text that is broken into lines for less than it needs in a narrow window.
+  ui_->labChrome->setMinimumHeight(2 * ui_->labChrome->fontMetrics().lineSpacing());
   ui_->txtTempo->installEventFilter(this);
   connect(ui_->optNav_0, &QRadioButton::toggled, this, &BrowserPage::optNav_Click);
   connect(ui_->optNav_1, &QRadioButton::toggled, this, &BrowserPage::optNav_Click);

@@ -118,8 +118,6 @@ void ShortcutsPage::cmdJs_Click() {
   const std::optional<Text> path = to_.questions.chooseFile(shortcutFileRequest(to_.programFolder));
   if (!path) return;
   to_.settings.shortcutPath = *path;
-  ui_->Grid->clearSelection();
-  ui_->Grid->setCurrentIndex({});
   to_.shortcuts.clear();
   const ShortcutLoad load =
       loadShortcuts(to_.settings, to_.shortcuts, to_.programFolder, to_.locale, to_.questions);

@@ -12,11 +12,12 @@ struct ErrnoRow {
 };
 
 constexpr ErrnoRow kErrnoRows[] = {
-    {ENOENT, 53, u"Fichier introuvable"}, {EIO, 57, u"Erreur d'E/S de périphérique"},
-    {ENOSPC, 61, u"Disque plein"},        {EDQUOT, 61, u"Disque plein"},
-    {EMFILE, 67, u"Trop de fichiers"},    {ENFILE, 67, u"Trop de fichiers"},
-    {EACCES, 70, u"Permission refusée"},  {EPERM, 70, u"Permission refusée"},
-    {EROFS, 70, u"Permission refusée"},   {ENOTDIR, 76, u"Chemin d'accès introuvable"},
+    {ENOENT, 53, u"Fichier introuvable"},    {EIO, 57, u"Erreur d'E/S de périphérique"},
+    {ENOSPC, 61, u"Disque plein"},           {EDQUOT, 61, u"Disque plein"},
+    {EMFILE, 67, u"Trop de fichiers"},       {ENFILE, 67, u"Trop de fichiers"},
+    {EACCES, 70, u"Permission refusée"},     {EPERM, 70, u"Permission refusée"},
+    {EROFS, 70, u"Permission refusée"},      {ENOTDIR, 76, u"Chemin d'accès introuvable"},
+    {EEXIST, 58, u"Le fichier existe déjà"},
 };
 
 Failure pathOrFileAccess() { return {75, u"Erreur d'accès Chemin/Fichier"}; }
@@ -38,6 +39,8 @@ Failure pastEndOfFile() { return {62, u"L'entrée dépasse la fin du fichier"}; 
 Failure notRegularFile() { return pathOrFileAccess(); }
 
 Failure changingFile() { return {70, u"Le fichier change pendant la lecture"}; }
+
+Failure changedSinceCompared() { return {70, u"Le fichier a changé depuis la comparaison"}; }
 
 }  // namespace failures
 

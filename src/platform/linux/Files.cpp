@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "platform/linux/FileDescriptor.h"
+#include "platform/linux/Retried.h"
 #include "text/Paths.h"
 #include "text/Split.h"
 #include "text/Utf.h"
@@ -38,13 +39,6 @@ FileStamp stampOf(const struct stat& status) {
           .inode = status.st_ino,
           .modified = nanoseconds(status.st_mtim),
           .changed = nanoseconds(status.st_ctim)};
-}
-
-template <class Call>
-auto retried(Call call) {
-  auto result = call();
-  while (result == -1 && errno == EINTR) result = call();
-  return result;
 }
 
 Failure writeAll(int file, std::string_view bytes) {

@@ -4,9 +4,12 @@
 #include <QScreen>
 #include <QWidget>
 
-// Puts a window that was not shown yet into the middle of its screen, no larger than that.
+// Puts a window that was not shown yet into the middle of its screen, small enough to have its
+// frame there too.
 inline void centre(QWidget& window) {
+  constexpr QSize kFrame(16, 36);  // the window manager tells the true one too late
   const QRect area = window.screen()->availableGeometry();
-  window.resize(window.size().boundedTo(area.size()));
-  window.move(area.center() - window.rect().center());
+  window.resize(window.size().boundedTo(area.size() - kFrame));
+  const QSize left = area.size() - window.size() - kFrame;
+  window.move(area.topLeft() + QPoint(left.width(), left.height()) / 2);
 }

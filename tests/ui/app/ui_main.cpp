@@ -11,7 +11,9 @@
 
 #include "app/StartUpBoxes.h"
 #include "app/frmMain.h"
+#include "config/ConfigBoxes.h"
 #include "config/ConfigFile.h"
+#include "config/OptionsBoxes.h"
 #include "config/SearchBoxes.h"
 #include "platform/Desktop.h"
 #include "platform/Files.h"
@@ -85,6 +87,13 @@ class frmMainTest : public testing::Test {
     auto* found = main->findChild<QTimer*>(QString::fromLatin1(name));
     if (!found) throw std::runtime_error(std::string("no timer called ") + name);
     return *found;
+  }
+
+  // From now on the user's home is a folder of the test's.
+  void liveInTheFolder() const {
+    qputenv("HOME", QByteArray::fromStdString(folder.path("home")));
+    qunsetenv("XDG_CONFIG_HOME");
+    qunsetenv("APPDATA");
   }
 
   bool watching() { return timer("TimerCookies").isActive(); }
@@ -255,6 +264,45 @@ TEST_F(frmMainTest, WhileTheSettingsAreOpenNothingIsWatched) {
   EXPECT_FALSE(happened("start notepad /pendant"));
 }
 
+TEST_F(frmMainTest, SettingsOpenedInTheMidstOfATickKeepTheWatchingOff) {
+  start();
+  // The box that a command shows lets the user open the settings, and then the tick ends.
+  std::filesystem::remove(folder.path("nav/res_css/js/rwCookies.js"));
+  questions.answers = {Answer::Ok};
+  questions.whileOpen = [this] { return entry("MenuParam").trigger(), true; };
+  give("ini_|_clé_|_");
+  ASSERT_TRUE(waitUntil([] { return window("frmOptions") != nullptr; }));
+  EXPECT_FALSE(watching());
+
+  main->enableTimerFirstSearch();
+  EXPECT_FALSE(timer("TimerFirstSearch").isActive());
+
+  control<QAbstractButton>(*window("frmOptions"), "cmdClose").click();
+  EXPECT_TRUE(timer("TimerFirstSearch").isActive());
+}
+
+TEST_F(frmMainTest, SettingsThatAreOpenAreNotOpenedAgain) {
+  start();
+  entry("MenuParam").trigger();
+  auto& path = control<QLineEdit>(*window("frmOptions"), "txtPathCookies");
+  path.setText(QStringLiteral("/en cours"));
+  entry("MenuParam").trigger();
+  EXPECT_EQ(path.text(), QStringLiteral("/en cours")) << "an edit is not lost";
+  const auto widgets = QApplication::topLevelWidgets();
+  EXPECT_EQ(std::count_if(widgets.begin(), widgets.end(),
+                          [](const QWidget* widget) {
+                            return widget->objectName() == QLatin1String("frmOptions");
+                          }),
+            1);
+}
+
+TEST_F(frmMainTest, ApplyingWhileItWatchesStopsUntilTheFirstSearch) {
+  start();
+  main->enableTimerFirstSearch();
+  EXPECT_FALSE(watching());
+  EXPECT_TRUE(timer("TimerFirstSearch").isActive());
+}
+
 TEST_F(frmMainTest, TheSettingsWindowStopsAFirstSearchThatIsPending) {
   main = std::make_unique<frmMain>(companion, shell, questions, browser);
   ASSERT_TRUE(main->Form_Load(true));
@@ -312,9 +360,7 @@ TEST_F(frmMainTest, UnreadableSettingsLeadThroughTheSearchToTheFirstCookiesPage)
   folder.write("config.cfg", "du bruit");
   folder.write("home/.mozilla/firefox/p/cookies.sqlite", "x");
   folder.write("home/.mozilla/firefox/profiles.ini", "[Profile0]\nPath=p\nIsRelative=1\n");
-  qputenv("HOME", QByteArray::fromStdString(folder.path("home")));
-  qunsetenv("XDG_CONFIG_HOME");
-  qunsetenv("APPDATA");
+  liveInTheFolder();
   questions.answers = {Answer::Yes};
   main = std::make_unique<frmMain>(companion, shell, questions, browser);
   ASSERT_TRUE(main->Form_Load(true));
@@ -325,6 +371,7 @@ TEST_F(frmMainTest, UnreadableSettingsLeadThroughTheSearchToTheFirstCookiesPage)
   ASSERT_EQ(shell.requests.size(), 1u);
   EXPECT_EQ(shell.requests[0].operation, u"open");
   EXPECT_EQ(shell.requests[0].file, nativePath(folder.text("nav/res_css/htm/init_cookie.html")));
+  EXPECT_EQ(shell.requests[0].directory, startInFolder(currentFolder(), nativeSeparator()));
   EXPECT_EQ(shell.requests[0].show, ShowState::Normal);
   EXPECT_TRUE(timer("TimerFirstSearch").isActive());
   EXPECT_TRUE(companion.shortcuts.wasLoaded());
@@ -335,12 +382,48 @@ TEST_F(frmMainTest, UnreadableSettingsLeadThroughTheSearchToTheFirstCookiesPage)
   EXPECT_TRUE(waitUntil([] { return window("frmSplash") != nullptr; }));
 }
 
+TEST_F(frmMainTest, QuitCanBeChosenWhileTheSearchRuns) {
+  folder.write("config.cfg", "");
+  for (int i = 0; i < 20; ++i) folder.makeFolders("home/" + std::to_string(i));
+  liveInTheFolder();
+  questions.answers = {Answer::Yes, Answer::No, Answer::Ok};
+  main = std::make_unique<frmMain>(companion, shell, questions, browser);
+  QTimer quit;
+  QObject::connect(&quit, &QTimer::timeout, [&] {
+    if (!window("frmRecursiveSearch")) return;
+    quit.stop();
+    entry("MenuQuit").trigger();
+  });
+  quit.start(0);
+  ASSERT_TRUE(main->Form_Load(true));
+  EXPECT_EQ(questions.boxes,
+            std::vector<Box>({configUnreadableBox(), quitBox(), noCookieStoreBox()}));
+}
+
+TEST_F(frmMainTest, AStoreThatVanishedBehindTheSearchLeadsIntoTheSettings) {
+  folder.write("config.cfg", "du bruit");
+  const std::string first = folder.write("home/.mozilla/firefox/a/cookies.sqlite", "x");
+  folder.write("home/.mozilla/firefox/b/cookies.sqlite", "x");
+  liveInTheFolder();
+  questions.answers = {Answer::Yes, Answer::Ok};
+  main = std::make_unique<frmMain>(companion, shell, questions, browser);
+  ASSERT_TRUE(main->Form_Load(true));
+  std::filesystem::remove(first);
+  questions.answers = {Answer::Yes, Answer::Yes};
+  QTest::keyClick(&control<QWidget>(*window("frmRecursiveSearch"), "listResult"), Qt::Key_Home);
+  QTest::keyClick(&control<QWidget>(*window("frmRecursiveSearch"), "listResult"), Qt::Key_Return);
+  EXPECT_EQ(questions.boxes.back(), cookieStoreRejectedBox());
+  QWidget* options = window("frmOptions");
+  ASSERT_TRUE(options) << "where the path can be changed";
+  EXPECT_EQ(control<QLineEdit>(*options, "txtPathCookies").text().toStdString(), first);
+  EXPECT_FALSE(timer("TimerFirstSearch").isActive());
+  EXPECT_EQ(folder.read("config.cfg"), "du bruit");
+}
+
 TEST_F(frmMainTest, ASearchWithoutResultLeavesAnEmptyPathAndNothingWatched) {
   folder.write("config.cfg", "");
   folder.makeFolders("home");
-  qputenv("HOME", QByteArray::fromStdString(folder.path("home")));
-  qunsetenv("XDG_CONFIG_HOME");
-  qunsetenv("APPDATA");
+  liveInTheFolder();
   questions.answers = {Answer::Yes, Answer::Ok};
   main = std::make_unique<frmMain>(companion, shell, questions, browser);
   ASSERT_TRUE(main->Form_Load(true));

@@ -21,6 +21,7 @@
 #include "config/frmOptions.h"
 #include "config/modGetOsVersion.h"
 #include "config/qt/ShortcutGridModel.h"
+#include "platform/qt/Centre.h"
 #include "platform/qt/QtText.h"
 #include "support/Doubles.h"
 #include "support/Scratch.h"
@@ -145,6 +146,39 @@ TEST_F(Options, LiesInTheMiddleOfTheScreen) {
   EXPECT_LT(std::abs(off.y()), 40);
 }
 
+TEST(Centre, AWindowLargerThanItsScreenFitsWithItsFrame) {
+  QWidget large;
+  large.resize(5000, 5000);
+  centre(large);
+  large.show();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&large));
+  const auto inside = [&] {
+    return large.frameGeometry() != large.geometry() &&
+           large.screen()->availableGeometry().contains(large.frameGeometry());
+  };
+  EXPECT_TRUE(waitUntil(inside, 1000));
+}
+
+TEST_F(Options, FitsAScreenOf640By400WithItsTextsWhole) {
+  open();
+  goTo("optNav_1");
+  const auto shrink = [&] {
+    window->resize(1, 1);
+    return waitUntil([&] { return window->size() == window->minimumSizeHint(); });
+  };
+  const int titleBar = window->frameGeometry().height() - window->height();
+  for (const char* browser : {"optNav_1", "optNav_0"}) {
+    click(browser);
+    ASSERT_TRUE(shrink());
+    EXPECT_LE(window->width(), 640);
+    EXPECT_LE(window->height() + titleBar, 400);
+    const auto& chrome = control<QLabel>(*window, "labChrome");
+    EXPECT_TRUE(chrome.isHidden() || chrome.height() >= chrome.heightForWidth(chrome.width()));
+    const QLineEdit& tempo = box("txtTempo");
+    EXPECT_GT(tempo.width(), tempo.fontMetrics().horizontalAdvance(QStringLiteral("5000")) + 12);
+  }
+}
+
 TEST_F(Options, EachTabShowsItsPageAndHidesTheOthers) {
   open();
   ASSERT_GE(tabs().count(), 2);
@@ -218,6 +252,7 @@ TEST_F(Options, EditingTheBoxesEditsTheSelectedRowAtOnce) {
   EXPECT_EQ(table.rows()[2], (Shortcut{u"000000005", u"cinq + é", u"web_|_5"}));
   EXPECT_EQ(table.rows()[1], (Shortcut{u"000000004", u"quatre", u"web4"}));
   EXPECT_TRUE(box("txtIdQrCode").isReadOnly());
+  EXPECT_TRUE(box("txtPathJs").isReadOnly()) << "only its button chooses another file";
 }
 
 TEST_F(Options, WithNoRowSelectedThereIsNothingToEdit) {
@@ -435,6 +470,17 @@ TEST_F(Options, WithChromeTheWindowSaysWhatHolds) {
   EXPECT_TRUE(control<QLabel>(*window, "labChrome").isVisible());
 }
 
+TEST_F(Options, ABrowserThatIsNeitherIsShownAsNeitherAndKept) {
+  settings.browser = 7;
+  open();
+  goTo("txtTempo");
+  EXPECT_FALSE(control<QRadioButton>(*window, "optNav_0").isChecked());
+  EXPECT_FALSE(control<QRadioButton>(*window, "optNav_1").isChecked());
+  EXPECT_FALSE(control<QLabel>(*window, "labChrome").isVisible());
+  click("cmdOk");
+  EXPECT_EQ(settings.browser, 7);
+}
+
 // --- The display --------------------------------------------------------------------------------
 
 TEST_F(Options, ScalesAreTakenAsTheyAreTypedAndNoiseIsIgnored) {
@@ -466,7 +512,8 @@ TEST_F(Options, TheMessagesBoxIsTheSetting) {
   infos.click();
   EXPECT_EQ(settings.notifications, 0);
   infos.click();
-  EXPECT_EQ(settings.notifications, 1) << "there is no way back to neither";
+  EXPECT_EQ(settings.notifications, 1);
+  EXPECT_EQ(infos.checkState(), Qt::Checked) << "there is no way back to neither";
 }
 
 TEST_F(Options, TheSettingsFileIsOpenedInTheEditor) {
@@ -501,6 +548,17 @@ TEST_F(Options, CloseSavesHidesAndWatchesAgain) {
   EXPECT_EQ(journal, Journal({"interval 1000", "restart"}));
   EXPECT_FALSE(window->isVisible());
   EXPECT_EQ(scratch.read("config.cfg"), configBytes(settings, locale));
+}
+
+TEST_F(Options, FilesThatCannotBeWrittenAreToldAndTheWindowClosesAllTheSame) {
+  open();
+  programFolder = scratch.text("missing");
+  settings.shortcutPath = scratch.text("missing/shortQrCode.js");
+  questions.answers = {Answer::Ok, Answer::Ok};
+  click("cmdClose");
+  EXPECT_EQ(questions.boxes, std::vector<Box>({configWriteFailedBox(), shortcutsWriteFailedBox()}));
+  EXPECT_EQ(journal.back(), "restart");
+  EXPECT_FALSE(window->isVisible());
 }
 
 TEST_F(Options, ARejectedStoreKeepsTheWindowOpenUntilAGoodOneIsGiven) {

@@ -34,7 +34,8 @@ class RecursiveSearch : public testing::Test {
         .showSettings = [this] { journal.push_back("settings shown"); },
         .storeChosen = [this](const Text& path) { journal.push_back("chosen " + toUtf8(path)); },
         .storeNotFound = [this] { journal.push_back("not found"); },
-        .MenuAbout_Click = [this] { journal.push_back("about"); }};
+        .MenuAbout_Click =
+            [this] { journal.push_back(window.isVisible() ? "about" : "about, hidden"); }};
   }
 
   void search() { window.search(scratch.text(), u"cookies.sqlite"); }
@@ -108,6 +109,25 @@ TEST_F(RecursiveSearch, TheFirstOfTheWaitingFoldersIsTheOneBeingVisited) {
   EXPECT_EQ(control<QListWidget>(window, "List1").count(), 0);
 }
 
+TEST_F(RecursiveSearch, LiesInTheMiddleOfTheScreen) {
+  questions.answers = {Answer::Ok};
+  search();
+  const QRect screen = window.screen()->availableGeometry();
+  const QPoint off = window.frameGeometry().center() - screen.center();
+  EXPECT_LT(std::abs(off.x()), 40);
+  EXPECT_LT(std::abs(off.y()), 40);
+}
+
+TEST_F(RecursiveSearch, AMistypedFolderCanBeMendedAndSearchedWithTheReturnKey) {
+  questions.answers = {Answer::Ok};
+  window.search(scratch.text("missing"), u"cookies.sqlite");
+  scratch.write("firefox/a/cookies.sqlite", "x");
+  auto& folder = control<QLineEdit>(window, "txtPath");
+  folder.setText(toQt(scratch.text()));
+  QTest::keyClick(&folder, Qt::Key_Return);
+  EXPECT_EQ(journal.back(), "chosen " + scratch.path("firefox/a/cookies.sqlite"));
+}
+
 TEST_F(RecursiveSearch, NoStoreEmptiesThePath) {
   questions.answers = {Answer::Ok};
   search();
@@ -133,6 +153,8 @@ TEST_F(RecursiveSearch, OfSeveralStoresNoneIsChosenUntilOneIsClickedAndConfirmed
   EXPECT_EQ(settings.cookiesPath, u"/ancien");
   EXPECT_EQ(label("labNbre"), u"Résultat : 2fichiers trouvés");
   ASSERT_EQ(results().count(), 2);
+  EXPECT_EQ(window.focusWidget(), &results());
+  EXPECT_TRUE(button("cmdClose").isVisible());
 
   journal.clear();
   questions.answers = {Answer::No};

@@ -325,6 +325,17 @@ TEST_F(StartUpTest, AnIntervalOfZeroOrLessCountsAsAThousandAndIsTraced) {
   }
 }
 
+TEST_F(StartUpTest, AnIntervalOfZeroIsRefusedThoughTheFileEndsBehindIt) {
+  interval = 0;
+  writeConfig();
+  const std::string whole = scratch.read("config.cfg");
+  scratch.write("config.cfg", whole.substr(0, whole.find("\r\n0\r\n;chemin") + 5));
+  questions.answers = {Answer::Yes};
+  EXPECT_TRUE(startUp.InitVar());
+  EXPECT_EQ(questions.boxes, std::vector<Box>{configUnreadableBox()});
+  EXPECT_EQ(companion.settings.pollInterval, 1000);
+}
+
 TEST_F(StartUpTest, ACommandAlreadyInTheStoreIsNotRunAndANewOneIs) {
   scratch.write("cookies.sqlite", "xxTavr1CodeToExeshellexe_|_/vieux_|__e-o-v_");
   load();

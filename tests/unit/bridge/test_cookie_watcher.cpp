@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <stdexcept>
 
@@ -161,6 +162,19 @@ TEST_F(CookieWatcherTest, AStoreWithoutACommandAtTheStartMakesTheFirstOneNew) {
   folder_.write(u"store", "no command here");
   watcher_.primeLastCommand();
   EXPECT_EQ(doneFor("ini_|_first_|_"), (Events{u"key first", u"unlock", u"handled ", u"notice "}));
+}
+
+TEST_F(CookieWatcherTest, WhatStoodInAnotherStoreThatTheSettingsNameIsNotCarriedOut) {
+  put("ini_|_k_|_");
+  watcher_.primeLastCommand();
+  settings_.cookiesPath = folder_ / u"other";
+  folder_.write(u"other", "xxTavr1CodeToExeini_|_left over_|__e-o-v_");
+  age(settings_.cookiesPath);
+  EXPECT_EQ(tick(), (Events{u"pump", u"timer off", u"timer on"}));
+  folder_.write(u"other", "xxTavr1CodeToExeini_|_new_|__e-o-v_x");
+  age(settings_.cookiesPath);
+  const Events events = tick();
+  EXPECT_NE(std::find(events.begin(), events.end(), u"key new"), events.end());
 }
 
 TEST_F(CookieWatcherTest, AnEmptyValueIsTracedAndTheStoreLookedAtAgain) {

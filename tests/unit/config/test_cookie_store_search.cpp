@@ -150,6 +150,47 @@ TEST(CookieStoreSearch, StopsWhenItIsToldTo) {
   EXPECT_EQ(result.outcome, (SearchOutcome{SearchEnd::Stopped, 2}));
 }
 
+TEST(CookieStoreSearch, TellsWhenAFolderJoinsAndLeavesTheQueue) {
+  const Scratch scratch;
+  scratch.write("firefox/a/cookies.sqlite", "");
+  scratch.makeFolders("firefox/b");
+  Names order;
+  const auto note = [&](const char* what) {
+    return [&order, what, cut = scratch.path("firefox").size()](const Text& path) {
+      order.push_back(what + toUtf8(path).substr(cut));
+      return true;
+    };
+  };
+  CookieStoreSearch search;
+  search.folder = scratch.text("firefox");
+  search.pattern = u"cookies.sqlite";
+  search.folderQueued = note("queued ");
+  search.folderVisited = note("visit ");
+  search.folderDone = note("done ");
+  search.found = note("found ");
+  EXPECT_EQ(searchCookieStores(search), done(1));
+  EXPECT_EQ(order, (Names{"queued /", "visit /", "queued /a/", "queued /b/", "done /", "visit /a/",
+                          "found /a/cookies.sqlite", "done /a/", "visit /b/", "done /b/"}));
+}
+
+TEST(CookieStoreSearch, NothingIsToldAfterAStop) {
+  const Scratch scratch;
+  scratch.write("firefox/cookies.sqlite", "");
+  Names order;
+  const auto note = [&](const char* what) {
+    return [&order, what](const Text&) { order.push_back(what); };
+  };
+  CookieStoreSearch search;
+  search.folder = scratch.text("firefox");
+  search.pattern = u"cookies.sqlite";
+  search.folderQueued = note("queued");
+  search.folderVisited = [](const Text&) { return false; };
+  search.folderDone = note("done");
+  search.found = note("found");
+  EXPECT_EQ(searchCookieStores(search), (SearchOutcome{SearchEnd::Stopped, 0}));
+  EXPECT_EQ(order, Names{"queued"});
+}
+
 TEST(CookieStoreSearch, AFolderThatVanishesMeanwhileIsPassedOver) {
   const Scratch scratch;
   scratch.write("firefox/a/cookies.sqlite", "");

@@ -20,6 +20,7 @@ const Row kRows[] = {
     {ENOSPC, {61, u"Disque plein"}},
     {EDQUOT, {61, u"Disque plein"}},
     {EISDIR, {75, u"Erreur d'accès Chemin/Fichier"}},
+    {EEXIST, {58, u"Le fichier existe déjà"}},
     {EIO, {57, u"Erreur d'E/S de périphérique"}},
     {EMFILE, {67, u"Trop de fichiers"}},
     {ENFILE, {67, u"Trop de fichiers"}},
@@ -45,6 +46,8 @@ TEST(Failure, TheProgramsOwnFailures) {
   EXPECT_EQ(failures::pastEndOfFile(), (Failure{62, u"L'entrée dépasse la fin du fichier"}));
   EXPECT_EQ(failures::notRegularFile(), (Failure{75, u"Erreur d'accès Chemin/Fichier"}));
   EXPECT_EQ(failures::changingFile(), (Failure{70, u"Le fichier change pendant la lecture"}));
+  EXPECT_EQ(failures::changedSinceCompared(),
+            (Failure{70, u"Le fichier a changé depuis la comparaison"}));
 }
 
 TEST(Failure, AboutNamesWhatItConcerns) {

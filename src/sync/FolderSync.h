@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "sync/Execution.h"
+
+// What stands behind the synchronisation window: the roots and listings of the last comparison, its
+// table, and whether it was the first.
+class FolderSync {
+ public:
+  enum class Outcome {
+    Identical,  // nothing is to be copied
+    Different,  // the table holds rows
+    Stopped,    // the progress ended the work: the table is empty
+    Refused,    // the backup folder overlaps the user's files: a box told so
+  };
+
+  FolderSync(Questions& questions, SyncProgress& progress)
+      : questions_(questions), progress_(progress) {}
+
+  // Puts the live shortcut table among the user's files, lists both sides and compares them.
+  // `webRoot` ends with a separator; `backupPath` is what the user chose; "" and "*.*" as `pattern`
+  // mean every file.
+  Outcome compare(const Text& webRoot, const Text& backupPath, const Text& pattern);
+
+  // Carries out the table and puts the shortcut table back in its live place. The next comparison
+  // is no longer the first. To be followed by another `compare`.
+  SyncReport synchronise();
+
+  // The window closes: the shortcut table among the user's files goes, the live one stays.
+  static void removeTravellingTable(const Text& webRoot);
+
+  bool isFirstComparison() const { return firstComparison_; }
+  const Listing& source() const { return source_; }
+  const Listing& backup() const { return backup_; }
+  const DifferenceTable& table() const { return table_; }
+
+ private:
+  void copyTable(const Text& from, const Text& to, const Box* box);
+  Listing list(const Text& root, const Text& pattern, Side side);
+
+  Questions& questions_;
+  SyncProgress& progress_;
+  Text webRoot_;
+  Listing source_;
+  Listing backup_;
+  DifferenceTable table_;
+  bool firstComparison_ = true;
+};

@@ -1,0 +1,55 @@
+#!/usr/bin/python3
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Counts how a synchronisation brings its files to the disk: every file before it gets its name, many
+at once.
+
+usage: flush_calls.py TAVROLLOCTL
+
+Ends with 77 where nothing can be traced.
+"""
+import os
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+
+SKIP = 77
+
+
+def calls_of_sync(ctl, files):
+    """The names of the calls that flush and rename, in their order."""
+    with tempfile.TemporaryDirectory() as folder:
+        source, backup = os.path.join(folder, "source"), os.path.join(folder, "backup")
+        os.makedirs(source)
+        os.makedirs(backup)
+        for number in range(files):
+            with open(os.path.join(source, str(number)), "w", encoding="ascii") as file:
+                file.write("x" * number)
+        log = os.path.join(folder, "log")
+        run = subprocess.run(
+            ["strace", "-f", "-o", log, "-e", "trace=fsync,syncfs,rename,renameat,renameat2",
+             ctl, "sync", source, backup], capture_output=True, check=False)
+        assert run.returncode == 0, run.stderr
+        assert len(os.listdir(backup)) == files
+        with open(log, encoding="utf-8", errors="replace") as file:
+            return re.findall(r"^\d+ +(\w+)\(", file.read(), re.MULTILINE)
+
+
+def main():
+    ctl = sys.argv[1]
+    if shutil.which("strace") is None or subprocess.run(
+            ["strace", "-o", os.devnull, "true"], stderr=subprocess.DEVNULL, check=False).returncode:
+        print("nothing can be traced here")
+        sys.exit(SKIP)
+    one = calls_of_sync(ctl, 1)
+    assert one == ["fsync", "renameat2", "fsync"], one
+
+    batches = calls_of_sync(ctl, 520)
+    assert batches == (["syncfs"] + ["renameat2"] * 500 + ["syncfs"] * 2 + ["renameat2"] * 20
+                       + ["syncfs"]), batches
+    print("520 files: %d flushes" % batches.count("syncfs"))
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,181 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include "SyncSupport.h"
+#include "support/Doubles.h"
+#include "sync/FolderSync.h"
+#include "sync/SyncTexts.h"
+
+namespace {
+
+using Lines = std::vector<std::string>;
+using Outcome = FolderSync::Outcome;
+
+class FolderSyncTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    setTime(scratch.write("nav/res_css/js/shortQrCode.js", "live"), kOld);
+    scratch.makeFolders("nav/user_datas");
+    scratch.makeFolders("stick");
+  }
+
+  Outcome compare(const Text& pattern = u"*.*") {
+    return sync.compare(webRoot, scratch.text("stick"), pattern);
+  }
+  Lines rows() const { return rowsOf(sync.source(), sync.backup(), sync.table().rows); }
+
+  Scratch scratch;
+  const Text webRoot = scratch.text("nav") + u"/";
+  Journal journal;
+  ScriptedQuestions questions{journal};
+  RecordingProgress progress;
+  FolderSync sync{questions, progress};
+};
+
+TEST_F(FolderSyncTest, TheLiveTableIsPutAmongTheUsersFilesAndComparedWithThem) {
+  setTime(scratch.write("nav/user_datas/a", ""), kOld);
+  EXPECT_EQ(compare(), Outcome::Different);
+  EXPECT_EQ(scratch.read("nav/user_datas/shortQrCode.js"), "live");
+  EXPECT_EQ(rows(), (Lines{"0 a -", "0 shortQrCode.js -"}));
+  EXPECT_EQ(sync.source().root, scratch.text("nav/user_datas") + u"/");
+  EXPECT_EQ(sync.backup().root, scratch.text("stick") + u"/");
+  EXPECT_EQ(sync.source().files.size(), 2u);
+  EXPECT_TRUE(journal.empty());
+}
+
+TEST_F(FolderSyncTest, AfterASynchronisationNothingIsLeftAndTheComparisonIsNotTheFirst) {
+  scratch.write("nav/user_datas/docs/a", "1");
+  scratch.write("stick/b", "2");
+  compare();
+  EXPECT_TRUE(sync.isFirstComparison());
+  EXPECT_EQ(sync.synchronise().copied, 3u);
+  EXPECT_FALSE(sync.isFirstComparison());
+  EXPECT_EQ(compare(), Outcome::Identical);
+  EXPECT_TRUE(sync.table().rows.empty());
+  EXPECT_EQ(scratch.read("stick/docs/a"), "1");
+  EXPECT_EQ(scratch.read("nav/user_datas/b"), "2");
+  EXPECT_EQ(scratch.read("stick/shortQrCode.js"), "live");
+}
+
+TEST_F(FolderSyncTest, IdenticalFoldersAreIdenticalOnTheFirstComparison) {
+  setTime(scratch.write("stick/shortQrCode.js", "live"), kOld + 5);
+  EXPECT_EQ(compare(), Outcome::Identical);
+  EXPECT_TRUE(sync.isFirstComparison());
+}
+
+TEST_F(FolderSyncTest, ANewerTableOfTheBackupBecomesTheLiveOne) {
+  setTime(scratch.write("stick/shortQrCode.js", "from the stick"), kNew);
+  compare();
+  EXPECT_EQ(rows(), Lines{"3 shortQrCode.js shortQrCode.js"});
+  sync.synchronise();
+  EXPECT_EQ(scratch.read("nav/res_css/js/shortQrCode.js"), "from the stick");
+  EXPECT_EQ(compare(), Outcome::Identical);
+}
+
+TEST_F(FolderSyncTest, ANewerLiveTableReachesTheBackup) {
+  setTime(scratch.path("nav/res_css/js/shortQrCode.js"), kNew);
+  setTime(scratch.write("stick/shortQrCode.js", "stale"), kOld);
+  setTime(scratch.write("nav/user_datas/shortQrCode.js", "left from before"), kNew + 1000);
+  compare();
+  EXPECT_EQ(rows(), Lines{"1 shortQrCode.js shortQrCode.js"});
+  sync.synchronise();
+  EXPECT_EQ(scratch.read("stick/shortQrCode.js"), "live");
+  EXPECT_EQ(scratch.read("nav/res_css/js/shortQrCode.js"), "live");
+}
+
+TEST_F(FolderSyncTest, AMissingTableIsToldAndTheComparisonGoesOn) {
+  std::filesystem::remove(scratch.path("nav/res_css/js/shortQrCode.js"));
+  scratch.write("stick/a", "");
+  questions.answers = {Answer::Ok};
+  EXPECT_EQ(compare(), Outcome::Different);
+  EXPECT_EQ(questions.boxes, std::vector<Box>{shortcutCopyFailedBox()});
+  EXPECT_EQ(rows(), Lines{"2 - a"});
+}
+
+TEST_F(FolderSyncTest, AMissingBackupFolderIsToldAndItsSideIsEmpty) {
+  questions.answers = {Answer::Ok};
+  const Text missing = scratch.text("gone");
+  EXPECT_EQ(sync.compare(webRoot, missing, u""), Outcome::Different);
+  EXPECT_EQ(questions.boxes, std::vector<Box>{folderMissingBox(missing + u"/")});
+  EXPECT_EQ(rows(), Lines{"0 shortQrCode.js -"});
+  EXPECT_EQ(sync.synchronise().copied, 1u);
+  EXPECT_EQ(scratch.read("gone/shortQrCode.js"), "live");
+}
+
+TEST_F(FolderSyncTest, AMissingFolderOfTheUserIsMadeForTheTable) {
+  std::filesystem::remove(scratch.path("nav/user_datas"));
+  scratch.write("stick/a", "");
+  EXPECT_EQ(compare(), Outcome::Different);
+  EXPECT_EQ(rows(), (Lines{"0 shortQrCode.js -", "2 - a"}));
+}
+
+TEST_F(FolderSyncTest, BothSidesMissingAreToldOneAfterTheOther) {
+  std::filesystem::remove_all(scratch.path("nav"));
+  questions.answers = {Answer::Ok, Answer::Ok, Answer::Ok};
+  const Text missing = scratch.text("gone") + u"/";
+  // Making the folder for the table makes the user's folder; only the table itself is missing.
+  EXPECT_EQ(sync.compare(webRoot, missing, u""), Outcome::Identical);
+  EXPECT_EQ(questions.boxes,
+            (std::vector<Box>{shortcutCopyFailedBox(), folderMissingBox(missing)}));
+}
+
+TEST_F(FolderSyncTest, ABackupAroundOrInTheUsersFilesIsRefused) {
+  scratch.makeFolders("nav/user_datas/inside");
+  for (const char* folder : {"nav", "nav/user_datas", "nav/user_datas/inside"}) {
+    questions.answers = {Answer::Ok};
+    questions.boxes.clear();
+    const Text path = scratch.text(folder);
+    EXPECT_EQ(sync.compare(webRoot, path, u""), Outcome::Refused) << folder;
+    EXPECT_EQ(questions.boxes, std::vector<Box>{foldersOverlapBox(path + u"/")});
+    EXPECT_TRUE(sync.table().rows.empty());
+  }
+  EXPECT_EQ(scratch.namesIn("nav/user_datas"), Lines{"inside"});
+}
+
+TEST_F(FolderSyncTest, ThePatternIsForBothSides) {
+  scratch.write("nav/user_datas/sub/a.doc", "");
+  scratch.write("stick/b.txt", "");
+  scratch.write("stick/c.DOC", "");
+  compare(u"*.doc");
+  EXPECT_EQ(rows(), (Lines{"0 sub/a.doc -", "2 - c.DOC"}));
+}
+
+TEST_F(FolderSyncTest, AStoppedComparisonHasNoRows) {
+  scratch.write("stick/a", "");
+  progress.stopListing = [](std::size_t call) { return call == 2; };
+  EXPECT_EQ(compare(), Outcome::Stopped);
+  EXPECT_TRUE(sync.table().rows.empty());
+}
+
+TEST_F(FolderSyncTest, EachComparisonStartsAnew) {
+  scratch.write("stick/a", "");
+  compare();
+  std::filesystem::remove(scratch.path("stick/a"));
+  compare();
+  EXPECT_EQ(rows(), Lines{"0 shortQrCode.js -"});
+}
+
+TEST_F(FolderSyncTest, FilesAboutWhichTheOtherSideCouldNotBeAskedAreCounted) {
+  scratch.write("nav/user_datas/d/a", "");
+  ::symlink("nowhere", scratch.path("stick/d").c_str());
+  compare();
+  EXPECT_EQ(rows(), Lines{"0 shortQrCode.js -"});
+  EXPECT_EQ(sync.table().withheld, 1u);
+  EXPECT_EQ(progress.lines.back(), "Synchronisation - l'autre côté n'est pas connu : 1 fichier");
+}
+
+TEST_F(FolderSyncTest, LeftoversGoWhenTheFoldersAreCompared) {
+  scratch.write("stick/.tavrollo-copie-999999999-1-0.tmp", "half");
+  compare();
+  EXPECT_TRUE(scratch.namesIn("stick").empty());
+}
+
+TEST_F(FolderSyncTest, LeavingTakesTheTravellingTableAwayAndKeepsTheLiveOne) {
+  compare();
+  FolderSync::removeTravellingTable(webRoot);
+  EXPECT_TRUE(scratch.namesIn("nav/user_datas").empty());
+  EXPECT_EQ(scratch.read("nav/res_css/js/shortQrCode.js"), "live");
+  FolderSync::removeTravellingTable(webRoot);
+}
+
+}  // namespace

@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What becomes of both folders when the disk that is copied to fills up or goes away.
+#include <cstdlib>
+#include <gtest/gtest.h>
+
+#include "SyncSupport.h"
+#include "support/Doubles.h"
+#include "support/Mounted.h"
+#include "support/Processes.h"
+#include "sync/Execution.h"
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+class SyncFaults : public ::testing::Test {
+ protected:
+  void list() {
+    ours = listFolder(source.text() + u"/", u"", Side::Source, progress);
+    theirs = listFolder(backup.text() + u"/", u"", Side::Backup, progress);
+    rows = compareListings(ours, theirs).rows;
+  }
+  SyncReport execute() { return executeRows(ours, theirs, rows, questions, progress); }
+
+  Scratch source;
+  Scratch backup;
+  Listing ours;
+  Listing theirs;
+  std::vector<DifferenceRow> rows;
+  RecordingProgress progress;
+  Journal journal;
+  ScriptedQuestions questions{journal};
+};
+
+const std::string kLarge(100 * 1024, 'n');
+const std::string kStale(100 * 1024, 'o');
+
+TEST_F(SyncFaults, ADiskThatFillsTakesWhatItHoldsAndTheRestIsCounted) {
+  const Mounted disk(backup.path(), "size=360k");
+  if (!disk) GTEST_SKIP() << "only the administrator may mount";
+  setTime(backup.write("a", "old"), kOld);
+  for (const char* name : {"a", "b", "c", "d", "e"}) setTime(source.write(name, kLarge), kNew);
+  source.write("small", "fits");
+  list();
+  const SyncReport report = execute();
+  EXPECT_EQ(report.copied, 4u);
+  ASSERT_EQ(report.notCopied.size(), 2u);
+  for (const NotCopied& failed : report.notCopied) {
+    EXPECT_EQ(failed.failure, (Failure{61, u"Disque plein"})) << failed.row;
+  }
+  EXPECT_EQ(progress.lines.back(), "Synchronisation : 4 fichiers copiés, 2 non copiés");
+  for (const char* name : {"a", "b", "c"}) EXPECT_TRUE(backup.read(name) == kLarge) << name;
+  EXPECT_EQ(backup.read("small"), "fits");
+  EXPECT_EQ(backup.entries(), 4u);
+  EXPECT_EQ(differencesOf(source, backup), (Lines{"0 d -", "0 e -"}));
+}
+
+TEST_F(SyncFaults, OldFilesMakeRoomBeforeADiskCountsAsFull) {
+  const Mounted disk(backup.path(), "size=360k");
+  if (!disk) GTEST_SKIP() << "only the administrator may mount";
+  for (const char* name : {"a", "b"}) {
+    setTime(backup.write(name, kStale), kOld);
+    setTime(source.write(name, kLarge), kNew);
+  }
+  list();
+  EXPECT_EQ(execute().copied, 2u);
+  EXPECT_EQ(differencesOf(source, backup), Lines{});
+}
+
+TEST_F(SyncFaults, AFullDiskKeepsItsOldFiles) {
+  const Mounted disk(backup.path(), "size=64k");
+  if (!disk) GTEST_SKIP() << "only the administrator may mount";
+  setTime(backup.write("a", "old"), kOld);
+  setTime(source.write("a", kLarge), kNew);
+  list();
+  EXPECT_EQ(execute().copied, 0u);
+  EXPECT_EQ(backup.read("a"), "old");
+  EXPECT_EQ(backup.entries(), 1u);
+}
+
+TEST_F(SyncFaults, AStickThatIsPulledBeforeTheCopyGetsNothingWrittenInItsPlace) {
+  source.write("a", "1");
+  backup.makeFolders("stick");
+  {
+    const Mounted disk(backup.path("stick"), "size=64k");
+    if (!disk) GTEST_SKIP() << "only the administrator may mount";
+    setTime(backup.write("stick/files/a", "old"), kOld);
+    ours = listFolder(source.text() + u"/", u"", Side::Source, progress);
+    theirs = listFolder(backup.text("stick/files") + u"/", u"", Side::Backup, progress);
+    rows = compareListings(ours, theirs).rows;
+    ASSERT_EQ(rows.size(), 1u);
+  }
+  const SyncReport report = execute();
+  EXPECT_EQ(report.copied, 0u);
+  EXPECT_EQ(report.notCopied.size(), 1u);
+  EXPECT_TRUE(backup.namesIn("stick").empty());
+}
+
+TEST_F(SyncFaults, ADiskThatBecomesReadOnlyMeanwhileKeepsItsFiles) {
+  const Mounted disk(backup.path(), "size=1m");
+  if (!disk) GTEST_SKIP() << "only the administrator may mount";
+  setTime(backup.write("a", "old"), kOld);
+  setTime(source.write("a", "new"), kNew);
+  list();
+  ASSERT_EQ(::mount("none", backup.path().c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr), 0);
+  const SyncReport report = execute();
+  ASSERT_EQ(report.notCopied.size(), 1u);
+  EXPECT_EQ(report.notCopied[0].failure.number, 70);
+  EXPECT_EQ(backup.read("a"), "old");
+}
+
+TEST_F(SyncFaults, AStickInTheFormatOfSticksIsTheSameAfterwards) {
+  const std::string image = source.path() + ".img";
+  const auto run = [](const std::string& command) {
+    return std::system((command + " >/dev/null 2>&1").c_str()) == 0;
+  };
+  const bool mounted = ::geteuid() == 0 &&
+                       run("PATH=$PATH:/usr/sbin mkfs.vfat -C '" + image + "' 8192") &&
+                       run("mount -o loop '" + image + "' '" + backup.path() + "'");
+  if (!mounted) {
+    std::filesystem::remove(image);
+    GTEST_SKIP() << "no way to mount a stick here";
+  }
+  setTime(source.write("Dossier/été.txt", "1", 0640), kOld + 1);
+  setTime(source.write("a", "2"), kNew + 1);
+  list();
+  const SyncReport first = execute();
+  const Lines afterFirst = differencesOf(source, backup);
+  source.write("A", "the stick takes it for a");
+  list();
+  const SyncReport second = execute();
+  const std::string kept = backup.read("a");
+  run("umount '" + backup.path() + "'");
+  std::filesystem::remove(image);
+  EXPECT_EQ(first.copied, 2u);
+  EXPECT_EQ(afterFirst, Lines{});
+  EXPECT_EQ(second.copied, 0u);
+  EXPECT_EQ(second.notCopied.size(), 1u);
+  EXPECT_EQ(kept, "2");
+}
+
+}  // namespace
