@@ -74,6 +74,7 @@ class NoQuestions : public Questions {
  public:
   Answer ask(const Box& box) override { return box.defaultAnswer; }
   std::optional<Text> chooseFile(const FileRequest&) override { return std::nullopt; }
+  std::optional<Text> chooseNewFile(const SaveRequest&) override { return std::nullopt; }
 };
 
 // Copies the rows; those that were not copied are taken away from them.
