@@ -127,8 +127,7 @@ class Pictures:
         with open(store, "wb") as file:  # opens the menu's locked entries
             file.write(b"xxx\nTavr1CodeToExelzck_|_false_|_n1_e-o-v_xxxxxxxxxxx")
         companion.wait_for_handled("n1")
-        self.open_menu()
-        self.xdotool("key", "Down", "Down", "Down", "Down", "Down", "Return")
+        self.open_menu(*["Down"] * 5, "Return")
         title = "Tavrollo : Synchronisation"
         self.wait_for_window(title)
         self.xdotool("key", "Return")
@@ -192,10 +191,6 @@ class Pictures:
         for folder in (profile, other):
             os.remove(os.path.join(folder, "cookies.sqlite"))
 
-    def open_menu(self):
-        self.click(14, 14 // self.scale)  # the tray itself does not grow with the scale
-        time.sleep(0.7)
-
     def click(self, right, bottom):
         """Clicks at a place that is measured from the screen's right lower corner."""
         width, height = (int(n) for n in self.xdotool("getdisplaygeometry").split())
@@ -244,23 +239,64 @@ class Pictures:
         time.sleep(3)
         self.screen("splash", "-gravity", "center", "-crop", f"{520 * self.scale}x{340 * self.scale}+0+0")
 
+    def open_menu(self, *keys):
+        """Clicks the tray icon, then presses keys in the menu."""
+        width, height = (int(n) for n in self.xdotool("getdisplaygeometry").split())
+        self.xdotool("mousemove", str(width - 14), str(height - 14))  # the tray is never scaled
+        self.xdotool("click", "1")
+        time.sleep(0.7)
+        for key in keys:
+            self.xdotool("key", key)
+            time.sleep(0.1)
+        time.sleep(0.4)
+
     def menu(self):
-        self.open_menu()
-        crop = ("-gravity", "southeast", "-crop", f"{520 * self.scale}x{330 * self.scale}+0+0")
-        self.screen("menu", *crop)
-        self.xdotool("key", "Down")
-        self.xdotool("key", "Right")
-        time.sleep(0.7)
-        self.screen("menu-windows", *crop)
+        """The menu alone and with each submenu. It must be unlocked."""
+        crop = ("-gravity", "southeast", "-crop", f"{560 * self.scale}x{330 * self.scale}+0+0")
+        windows, tavrollo = ("Down", "Right"), ("Down", "Down", "Right")
+        tools = windows + ("Up", "Right")  # the last entry in there
+        for name, keys in (("menu", ()), ("menu-windows", windows), ("menu-outils", tools),
+                           ("menu-tavrollo", tavrollo)):
+            self.open_menu(*keys)
+            self.screen(name, *crop)
+            for _ in range(3):
+                self.xdotool("key", "Escape")
+
+    def menu_windows(self):
+        """The boxes and windows that the menu's entries open."""
+        tavrollo, tools = ("Down", "Down", "Right"), ("Down", "Right", "Up", "Right")
+        boxes = (("box-contact", "QrCode : Contacter", tavrollo + ("Down",)),
+                 ("box-update", "Tavrollo : Mise", tavrollo + ("Up",)),
+                 ("box-regedit", "Tavrolo : Acc", tools + ("Up", "Up")),
+                 ("box-winver", "Tavrollo : Version", tools + ("Down", "Down")),
+                 ("box-missing", "^Tavrollo$", tools + ("Down",)))
+        for name, title, keys in boxes:
+            self.open_menu(*keys, "Return")
+            self.wait_for_window(title)
+            self.screen(name, "-gravity", "center", "-crop",
+                        f"{900 * self.scale}x{320 * self.scale}+0+0")
+            # A box with only Yes and No has no Escape: its second button is No.
+            self.xdotool("key", *(("Tab", "space") if name == "box-regedit" else ("Escape",)))
+            time.sleep(0.5)
+        self.open_menu(*tavrollo, "Down", "Down", "Down", "Return")
+        self.wait_for_window("Debug Monitor")
+        self.xdotool("search", "--name", "Debug Monitor", "windowmove", "360", "240")
+        time.sleep(0.5)
+        self.centre("debug-monitor")
+        self.xdotool("key", "Tab")
         self.xdotool("key", "Escape")
-        self.xdotool("key", "Down")
-        self.xdotool("key", "Right")
-        time.sleep(0.7)
-        self.screen("menu-tavrollo", *crop)
-        for _ in range(5):
-            self.xdotool("key", "Down")
-        self.xdotool("key", "Escape")
-        self.xdotool("key", "Escape")
+
+    def test_window(self):
+        """The window alone, a text encoded and decoded, a cell shown."""
+        companion, desktop = self.stage.companion, self.stage.desktop
+        window = desktop.start(os.path.abspath(companion.program), "--program-folder",
+                               companion.folder, "--test-window", name="test-window")
+        self.wait_for_window("Tavrollo : Test")
+        self.xdotool("type", "déjà")
+        for key in ("Tab", "space", "Tab", "Tab", "space", "Tab", "Tab", "Down", "Right", "Return"):
+            self.xdotool("key", key)
+        self.centre("test-window")
+        desktop.end(window)
 
 
 def take(stage, folder, scale):
@@ -299,6 +335,8 @@ def take(stage, folder, scale):
     pictures.page("page-prof", None)
     time.sleep(8)  # until the notice has gone
     pictures.menu()
+    pictures.menu_windows()
+    pictures.test_window()
     pictures.page("page-eleve", "eleve.html")
     pictures.page("aide", "aide.html")
     pictures.page("init-cookie", "res_css/htm/init_cookie.html")

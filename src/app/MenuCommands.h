@@ -8,7 +8,7 @@
 
 class frmMain;
 
-// What each entry of the tray menu runs.
+// What the entries of the tray menu run that are the main window's own; MenuActions has the others.
 struct MenuCommand {
   TextView entry;
   void (frmMain::*run)();

@@ -12,6 +12,8 @@ std::optional<Options> parseOptions(const std::vector<std::string>& arguments) {
     std::string folder;
     if (argument == "--trace") {
       options.trace = true;
+    } else if (argument == "--test-window") {
+      options.testWindow = true;
     } else if (argument == kFolder && i + 1 < arguments.size()) {
       folder = arguments[++i];
       if (folder.empty()) return std::nullopt;
@@ -28,6 +30,7 @@ std::optional<Options> parseOptions(const std::vector<std::string>& arguments) {
 
 std::string usageText() {
   return "Usage : tavrollo [--program-folder DOSSIER] [--trace]\n"
+         "        tavrollo [--program-folder DOSSIER] --test-window\n"
          "        tavrollo --version | --help\n"
          "\n"
          "Lance Tavrollo dans la zone de notification : les pages de l'application web ouvrent\n"
@@ -36,7 +39,9 @@ std::string usageText() {
          "  --program-folder DOSSIER  le dossier des réglages et de l'application web\n"
          "                            (par défaut, celui du programme s'il en contient une, sinon\n"
          "                            ~/Tavrollo) ; rempli au premier lancement\n"
-         "  --trace                   écrit aussi la trace sur la sortie d'erreur\n";
+         "  --trace                   écrit aussi la trace sur la sortie d'erreur\n"
+         "  --test-window             ouvre seulement la fenêtre de test : les conversions UTF-8 et\n"
+         "                            la relecture de shortQrCode.js\n";
 }
 
 std::optional<std::string> textAskedFor(const std::vector<std::string>& arguments) {

@@ -10,6 +10,7 @@
 // What the program was asked on its command line.
 struct Options {
   std::optional<Text> programFolder;  // --program-folder DIR
+  bool testWindow = false;            // --test-window: the test window alone
   bool trace = false;                 // --trace: each trace line also goes to standard error
 };
 

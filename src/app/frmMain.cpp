@@ -69,6 +69,7 @@ frmMain::frmMain(Companion& companion, Shell& shell, Questions& questions, Defau
       splash_([this] { return splashContents(); }, secondsSinceMidnight),
       reader_(companion.trace, [this] { pumpEvents(); }),
       actions_(actionSurroundings()),
+      menuActions_(menuSurroundings()),
       watcher_(companion.settings, reader_, actions_, companion.trace, *this),
       startUp_({companion, reader_, watcher_, shell, questions, browser, *this}),
       TimerFirstSearch_(this),
@@ -105,10 +106,15 @@ void frmMain::endProgram() {
 // --- The menu -----------------------------------------------------------------------------------
 
 void frmMain::menuChosen(TextView name) {
+  const Text procedure = Text(name) + u"_Click";
   for (const MenuCommand& command : menuCommands()) {
     if (command.entry != name) continue;
-    const Text procedure = Text(name) + u"_Click";
     guarded(questions_, procedure, [&] { (this->*command.run)(); });
+    return;
+  }
+  for (const MenuAction& action : menuActions()) {
+    if (action.entry != name) continue;
+    guarded(questions_, procedure, [&] { (menuActions_.*action.run)(); });
     return;
   }
   // The lock enables entries whose command this version does not have.
@@ -145,16 +151,37 @@ void frmMain::menuCodeBarre_Click() {
 }
 
 void frmMain::menuDebug_Click() {
-  if (!debug_) debug_ = std::make_unique<frmDebug>(companion_.trace);
+  if (!debug_) {
+    const auto handler = [this](TextView procedure, auto body) {
+      return [this, procedure, body] { guarded(questions_, procedure, body); };
+    };
+    debug_ = std::make_unique<frmDebug>(
+        companion_.trace,
+        DebugCommands{handler(u"cmdInfos_Click", [this] { menuActions_.showCookieInformation(); }),
+                      handler(u"cmdTest_Click", [this] { showTestWindow(); })});
+  }
   present(*debug_);
 }
 
-void frmMain::MenuWebAdmin_Click() { openPage(u"index.html"); }
-void frmMain::menuWebUser_Click() { openPage(u"eleve.html"); }
-void frmMain::menuAide_Click() { openPage(u"aide.html"); }
+// Opened anew it reads the table anew.
+void frmMain::showTestWindow() {
+  if (!test_ || !test_->isVisible()) {
+    test_ = std::make_unique<frmTest>(TestSurroundings{
+        companion_.settings.shortcutPath, companion_.locale, questions_, companion_.shortcuts});
+    test_->show();
+    test_->Form_Load();
+  }
+  present(*test_);
+}
 
-void frmMain::openPage(TextView name) {
-  shell_.ShellExecute(webPageRequest(companion_.settings, name));
+MenuActions::Surroundings frmMain::menuSurroundings() {
+  return {.companion = companion_,
+          .shell = shell_,
+          .questions = questions_,
+          .executablePath = executablePath(),
+          .revision = kVersionRevision,
+          .now = [] { return std::time(nullptr); },
+          .describeSystem = describeSystem};
 }
 
 // --- The start ----------------------------------------------------------------------------------
@@ -239,7 +266,8 @@ SearchSurroundings frmMain::searchSurroundings() {
               [this](const Text& path) {
                 options().setCookiesPath(path);
                 if (!options().cmdClose_Click()) MenuParam_Click();
-                openPage(u"res_css\\htm\\init_cookie.html");
+                shell_.ShellExecute(
+                    webPageRequest(companion_.settings, u"res_css\\htm\\init_cookie.html"));
               },
           .storeNotFound = [this] { options().setCookiesPath({}); },
           .MenuAbout_Click = [this] { MenuAbout_Click(); }};

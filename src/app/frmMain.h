@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "app/Companion.h"
+#include "app/MenuActions.h"
 #include "app/StartUp.h"
 #include "barcode/frmCodeBarrePrev.h"
 #include "bridge/CommandActions.h"
@@ -23,6 +24,7 @@
 #include "tray/TrayIcon.h"
 #include "tray/TrayMenu.h"
 #include "tray/frmInfos.h"
+#include "windows/frmTest.h"
 #include "windows/qt/SplashShow.h"
 
 // The main window. It is never shown: it owns the timers, the tray icon and its menu, and joins the
@@ -40,13 +42,11 @@ class frmMain : public QWidget, public StartUp::Host, public CookieWatcher::Host
   // Takes the icon away, saves the cookie offset and leaves at once, whatever windows are open.
   [[noreturn]] void endProgram();
 
-  // The menu's entries.
+  // The menu's entries that open a window, or end the program.
   void MenuQuit_Click();
   void menuCodeBarre_Click();
   void menuDebug_Click();
-  void MenuWebAdmin_Click();
-  void menuWebUser_Click();
-  void menuAide_Click();
+  void showTestWindow();  // from the debug monitor
   void MenuAbout_Click() override;
   void MenuParam_Click() override;
   void MenuSynchro_Click();
@@ -74,7 +74,6 @@ class frmMain : public QWidget, public StartUp::Host, public CookieWatcher::Host
   void trayAppeared();
   void noTray();
   void menuChosen(TextView name);
-  void openPage(TextView name);
   frmOptions& options();
   frmRecursiveSearch& recursiveSearch();
   OptionsSurroundings optionsSurroundings();
@@ -84,6 +83,7 @@ class frmMain : public QWidget, public StartUp::Host, public CookieWatcher::Host
   SplashContents splashContents() const;
   void writeKey(const Text& key);
   CommandActions::Surroundings actionSurroundings();
+  MenuActions::Surroundings menuSurroundings();
 
   Companion& companion_;
   Shell& shell_;
@@ -96,6 +96,7 @@ class frmMain : public QWidget, public StartUp::Host, public CookieWatcher::Host
   frmInfos infos_;
   std::unique_ptr<frmCodeBarrePrev> codeBarre_;
   std::unique_ptr<frmDebug> debug_;
+  std::unique_ptr<frmTest> test_;
   std::unique_ptr<frmOptions> options_;
   std::unique_ptr<frmRecursiveSearch> search_;
   std::unique_ptr<frmSynchro> synchro_;
@@ -103,6 +104,7 @@ class frmMain : public QWidget, public StartUp::Host, public CookieWatcher::Host
 
   CookieStoreReader reader_;
   CommandActions actions_;
+  MenuActions menuActions_;
   CookieWatcher watcher_;
   StartUp startUp_;
   std::int64_t valuesHandled_ = 0;

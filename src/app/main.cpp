@@ -8,6 +8,7 @@
 
 #include "app/Companion.h"
 #include "app/Options.h"
+#include "app/TestWindow.h"
 #include "app/frmMain.h"
 #include "platform/Desktop.h"
 #include "platform/ProgramFolder.h"
@@ -17,6 +18,7 @@
 #include "text/Paths.h"
 #include "text/Split.h"
 #include "text/Utf.h"
+#include "tray/Launchers.h"
 
 namespace {
 
@@ -72,13 +74,15 @@ int run(QApplication& application, const Options& options, const TerminationRequ
     questions.ask(programFolderBox(companion.programFolder, failure));
     return EXIT_FAILURE;
   }
+  if (options.testWindow) return runTestWindow(companion, questions);
   InstanceGuard guard;
   const bool first = guard.acquire(companion.programFolder);
 
   const std::unique_ptr<Shell> shell =
       makeShell([&companion](const Text& line) { companion.trace.log(line); });
   const std::unique_ptr<DefaultBrowser> browser = makeDefaultBrowser();
-  frmMain main(companion, *shell, questions, *browser);
+  LauncherShell launchers(companion.programFolder, *shell);
+  frmMain main(companion, launchers, questions, *browser);
   running = &main;
 
   QSocketNotifier ended(shell->eventsFd(), QSocketNotifier::Read);

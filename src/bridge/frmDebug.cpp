@@ -15,11 +15,14 @@ QString shown(const Text& text) { return toQt(withPlainLineBreaks(text)); }
 
 }  // namespace
 
-frmDebug::frmDebug(TraceBuffer& trace) : trace_(trace), ui_(std::make_unique<Ui::frmDebug>()) {
+frmDebug::frmDebug(TraceBuffer& trace, DebugCommands commands)
+    : trace_(trace), commands_(std::move(commands)), ui_(std::make_unique<Ui::frmDebug>()) {
   ui_->setupUi(this);
   ui_->rtbDebug->setMaximumBlockCount(static_cast<int>(TraceBuffer::kMostMessages));
   ui_->rtbDebug->setTabChangesFocus(true);
   MettreAuPremierPlan(*this, true);
+  connect(ui_->cmdInfos, &QPushButton::clicked, this, &frmDebug::cmdInfos_Click);
+  connect(ui_->cmdTest, &QPushButton::clicked, this, &frmDebug::cmdTest_Click);
   connect(ui_->cmdClose, &QPushButton::clicked, this, &frmDebug::cmdClose_Click);
   trace_.observe([this](const Text& message) { append(message); });
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QWidget>
+#include <functional>
 #include <memory>
 
 #include "bridge/TraceBuffer.h"
@@ -10,13 +11,19 @@ namespace Ui {
 class frmDebug;
 }
 
+// What the debug monitor opens besides showing the trace.
+struct DebugCommands {
+  std::function<void()> showCookieInformation;
+  std::function<void()> showTestWindow;
+};
+
 // The debug monitor: the whole trace in a small window above all others. Closing hides it; the
 // trace goes on without it.
 class frmDebug : public QWidget {
   Q_OBJECT
 
  public:
-  explicit frmDebug(TraceBuffer& trace);
+  frmDebug(TraceBuffer& trace, DebugCommands commands);
   ~frmDebug() override;
 
  protected:
@@ -25,8 +32,11 @@ class frmDebug : public QWidget {
 
  private:
   void cmdClose_Click();
+  void cmdInfos_Click() { commands_.showCookieInformation(); }
+  void cmdTest_Click() { commands_.showTestWindow(); }
   void append(const Text& message);
 
   TraceBuffer& trace_;
+  DebugCommands commands_;
   std::unique_ptr<Ui::frmDebug> ui_;
 };

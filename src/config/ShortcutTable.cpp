@@ -20,6 +20,12 @@ void ShortcutTable::load(std::int32_t freeId, std::vector<Shortcut> rows) {
   announceChange();
 }
 
+void ShortcutTable::raiseFreeId(std::int32_t freeId) {
+  if (freeId <= freeId_) return;
+  freeId_ = freeId;
+  announceChange();
+}
+
 Text ShortcutTable::newKey() {
   Text key = nineDigits(freeId_);
   if (freeId_ < std::numeric_limits<std::int32_t>::max()) ++freeId_;

@@ -14,7 +14,10 @@ struct Failure {
 };
 
 namespace failures {
+Failure invalidCall();           // 5
 Failure overflow();              // 6
+Failure noSuchIndex();           // 9
+Failure typeMismatch();          // 13
 Failure pastEndOfFile();         // 62
 Failure notRegularFile();        // 75
 Failure changingFile();          // 70: the file changed under every attempt to read it

@@ -32,6 +32,10 @@ class Shell {
   // what it is to be given, such as "notepad " + path (nothing in it is quoted).
   virtual Failure startCommandLine(const Text& commandLine) = 0;
 
+  // Opens a document in the word processor that answers to "word.basic", and shows that. The
+  // failure says what is missing.
+  virtual Failure openInWord(const Text& document) = 0;
+
   // Readable when a started program has ended and reap() is to be called; -1 where a system needs
   // no such care.
   virtual int eventsFd() const { return -1; }

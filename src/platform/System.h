@@ -39,6 +39,18 @@ struct SystemVersion {
 };
 SystemVersion systemVersion();
 
+// The system in its own words, for a person.
+struct SystemDescription {
+  Text name;     // "Debian GNU/Linux"
+  Text version;  // "12 (bookworm)"; "" where the system has none
+  Text kernel;   // "Linux 6.1.0-18-amd64"
+
+  bool operator==(const SystemDescription&) const = default;
+};
+
+// Nothing on a system that brings a program which shows this ("winver").
+std::optional<SystemDescription> describeSystem();
+
 // The desktop's locale; the C locale counts as French.
 LocaleData systemLocale();
 

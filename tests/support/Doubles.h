@@ -32,6 +32,10 @@ class RecordingShell : public Shell {
     journal_.push_back("start " + toUtf8(commandLine));
     return failure;
   }
+  Failure openInWord(const Text& document) override {
+    journal_.push_back("word " + toUtf8(document));
+    return failure;
+  }
 
   std::vector<ShellRequest> requests;
   Failure failure;

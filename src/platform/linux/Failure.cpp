@@ -26,6 +26,12 @@ Failure pathOrFileAccess() { return {75, u"Erreur d'accès Chemin/Fichier"}; }
 
 namespace failures {
 
+Failure invalidCall() { return {5, u"Appel de procédure ou argument incorrect"}; }
+
+Failure noSuchIndex() { return {9, u"L'indice n'appartient pas à la sélection"}; }
+
+Failure typeMismatch() { return {13, u"Incompatibilité de type"}; }
+
 Failure overflow() { return {6, u"Dépassement de capacité"}; }
 
 Failure pastEndOfFile() { return {62, u"L'entrée dépasse la fin du fichier"}; }

@@ -65,10 +65,10 @@ Text openFailureTrace(const ChildProcesses::Ended& ended) {
   return text + u" - " + ended.label;
 }
 
-// The desktop's launcher for plain text, as far as one is registered and installed.
-std::optional<DesktopEntry> textEditor() {
+// The desktop's launcher for documents of this kind, as far as one is registered.
+std::optional<DesktopEntry> handlerOf(std::string_view mimeType) {
   const Captured answer =
-      runAndCapture({.arguments = {"xdg-mime", "query", "default", "text/plain"},
+      runAndCapture({.arguments = {"xdg-mime", "query", "default", std::string(mimeType)},
                      .folder = {},
                      .withoutVariables = {}},
                     kQueryLimit);
@@ -85,9 +85,9 @@ bool isInstalled(const std::string& program) {
                                                 : isProgram(program);
 }
 
-// The arguments that start the editor on `files`; nothing when the entry cannot be used here.
-std::optional<std::vector<std::string>> editorCommand(const DesktopEntry& entry,
-                                                      const std::vector<std::string>& files) {
+// The arguments that start the handler on `files`; nothing when the entry cannot be used here.
+std::optional<std::vector<std::string>> handlerCommand(const DesktopEntry& entry,
+                                                       const std::vector<std::string>& files) {
   if (!entry.tryExec.empty() && !isInstalled(entry.tryExec)) return std::nullopt;
   auto command = desktopEntryCommand(entry, files);
   if (!command || !isInstalled(command->front()) || !entry.terminal) return command;
@@ -95,6 +95,24 @@ std::optional<std::vector<std::string>> editorCommand(const DesktopEntry& entry,
   if (inTerminal.empty()) return std::nullopt;
   inTerminal.insert(inTerminal.end(), command->begin(), command->end());
   return inTerminal;
+}
+
+// The arguments that start what stands for the row's command on `files`; nothing without one.
+std::optional<std::vector<std::string>> equivalentCommand(const EquivalentRow& row,
+                                                          const std::vector<std::string>& files) {
+  const auto handler = [&]() -> std::optional<std::vector<std::string>> {
+    const std::optional<DesktopEntry> entry = handlerOf(row.mimeType);
+    return entry ? handlerCommand(*entry, files) : std::nullopt;
+  };
+  if (row.handler == Handler::First) {
+    if (auto command = handler()) return command;
+  }
+  if (const Equivalent* installed = installedEquivalent(row)) {
+    std::vector<std::string> command = {std::string(installed->program)};
+    command.insert(command.end(), files.begin(), files.end());
+    return command;
+  }
+  return row.handler == Handler::Last ? handler() : std::nullopt;
 }
 
 }  // namespace
@@ -123,14 +141,17 @@ Failure LinuxShell::startCommandLine(const Text& commandLine) {
   const std::size_t blank = commandLine.find(u' ');
   const Text first = commandLine.substr(0, blank);
   const Text rest = blank == Text::npos ? Text() : commandLine.substr(blank + 1);
-  if (first == u"notepad") return startEditor(rest);
-  if (first == u"write" && !rest.empty()) return open(placeOf(toUtf8Lossless(rest), {}), {});
   if (first == u"explorer") {
     const Text folder = rest.empty() ? homeFolder() : rest;
     return open(placeOf(toUtf8Lossless(folder), {}), {});
   }
-  if (commandLine == u"cmd.exe") return startTerminal();
-  return startWords(splitCommandWords(commandLine));
+  const EquivalentRow* row = equivalentRow(first);
+  const bool stands = row && (rest.empty() || row->handler != Handler::None);
+  return stands ? startEquivalent(*row, rest) : startWords(splitCommandWords(commandLine));
+}
+
+Failure LinuxShell::openInWord(const Text& document) {
+  return startEquivalent(*equivalentRow(u"word.basic"), document);
 }
 
 void LinuxShell::reap() {
@@ -141,25 +162,24 @@ void LinuxShell::reap() {
 }
 
 Failure LinuxShell::open(const std::string& document, const std::string& folder) {
+  if (programInPath("xdg-open").empty()) {
+    return traced(about(failureFromErrno(ENOENT), u"xdg-open (paquet xdg-utils)"));
+  }
   return start({.arguments = {"xdg-open", document}, .folder = folder, .withoutVariables = {}},
                fromUtf8Lossless(document));
 }
 
-Failure LinuxShell::startEditor(const Text& path) {
+Failure LinuxShell::startEquivalent(const EquivalentRow& row, const Text& path) {
   std::vector<std::string> files;
   if (!path.empty()) files.push_back(toUtf8Lossless(guardDash(path)));
-  if (const std::optional<DesktopEntry> entry = textEditor()) {
-    const auto command = editorCommand(*entry, files);
-    if (command) return start({.arguments = *command, .folder = {}, .withoutVariables = {}});
+  if (const auto command = equivalentCommand(row, files)) {
+    return start({.arguments = *command, .folder = {}, .withoutVariables = {}});
   }
-  if (!path.empty()) return open(placeOf(toUtf8Lossless(path), {}), {});
-  return traced(about(failureFromErrno(ENOENT), u"éditeur de texte"));
-}
-
-Failure LinuxShell::startTerminal() {
-  const std::vector<std::string> terminal = terminalCommand();
-  if (terminal.empty()) return traced(about(failureFromErrno(ENOENT), u"terminal"));
-  return start({.arguments = {terminal.front()}, .folder = {}, .withoutVariables = {}});
+  // A text without an editor may still have a viewer.
+  if (row.handler == Handler::First && !path.empty()) {
+    return open(placeOf(toUtf8Lossless(path), {}), {});
+  }
+  return traced(about(failureFromErrno(ENOENT), missingText(row)));
 }
 
 Failure LinuxShell::startWords(const std::vector<Text>& words) {

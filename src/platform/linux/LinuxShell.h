@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/Shell.h"
+#include "platform/linux/Equivalents.h"
 #include "platform/linux/Process.h"
 
 // The shell over a freedesktop.org desktop: programs are started, everything else is handed to
@@ -19,18 +20,19 @@ class LinuxShell : public Shell {
   // A program is a file that the kernel can execute, or a name without "/" that stands in PATH.
   Failure ShellExecute(const ShellRequest& request) override;
 
-  // "notepad" and "explorer" take the rest of the line as one path and stand for the desktop's text
-  // editor and file manager, "write" with a path for whatever opens such a document, "cmd.exe" for
-  // its terminal; any other program gets the rest split.
+  // "explorer" takes the rest of the line as one path and stands for the desktop's file manager;
+  // the commands of Equivalents.h stand for what is installed, and those that a desktop's handler
+  // can stand for take one path too. Any other program gets the rest split.
   Failure startCommandLine(const Text& commandLine) override;
+
+  Failure openInWord(const Text& document) override;
 
   int eventsFd() const override { return children_.eventsFd(); }
   void reap() override;
 
  private:
   Failure open(const std::string& document, const std::string& folder);
-  Failure startEditor(const Text& path);
-  Failure startTerminal();
+  Failure startEquivalent(const EquivalentRow& row, const Text& path);
   Failure startWords(const std::vector<Text>& words);
   Failure start(const ProcessStart& start, const Text& document = {});
   Failure traced(const Failure& failure);

@@ -21,16 +21,6 @@ bool mayBeExecuted(const std::string& path) {
          ::faccessat(AT_FDCWD, path.c_str(), X_OK, AT_EACCESS) == 0;
 }
 
-struct Terminal {
-  const char* name;
-  const char* option;
-};
-
-constexpr Terminal kTerminals[] = {
-    {"x-terminal-emulator", "-e"}, {"gnome-terminal", "--"}, {"konsole", "-e"},
-    {"xfce4-terminal", "-x"},      {"xterm", "-e"},
-};
-
 }  // namespace
 
 bool isProgram(const std::string& path) {
@@ -53,13 +43,6 @@ std::string programInPath(const std::string& name) {
   for (const std::string_view folder : split(std::string_view(path), std::string_view(":"))) {
     std::string file = std::string(folder.empty() ? "." : folder) + "/" + name;
     if (isProgram(file)) return file;
-  }
-  return {};
-}
-
-std::vector<std::string> terminalCommand() {
-  for (const Terminal& terminal : kTerminals) {
-    if (!programInPath(terminal.name).empty()) return {terminal.name, terminal.option};
   }
   return {};
 }

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 // Which files are programs, and where they are.
 
@@ -12,7 +11,3 @@ bool isProgram(const std::string& path);
 
 // The file that a name without "/" stands for in PATH; "" when there is none.
 std::string programInPath(const std::string& name);
-
-// What starts a program in a terminal window, in front of the program's own words. Empty when no
-// terminal is installed.
-std::vector<std::string> terminalCommand();

@@ -16,7 +16,9 @@
 #include <type_traits>
 #include <unistd.h>
 
+#include "platform/Files.h"
 #include "platform/linux/KernelRelease.h"
+#include "platform/linux/OsRelease.h"
 #include "platform/linux/RuntimeFolder.h"
 #include "text/Paths.h"
 #include "text/Utf.h"
@@ -121,6 +123,22 @@ SystemVersion versionOfRelease(std::string_view release) {
 SystemVersion systemVersion() {
   utsname names{};
   return ::uname(&names) == 0 ? versionOfRelease(names.release) : versionOfRelease({});
+}
+
+std::optional<SystemDescription> describeSystem() {
+  SystemDescription description;
+  for (const TextView place : {u"/etc/os-release", u"/usr/lib/os-release"}) {
+    std::string bytes;
+    if (readFile(Text(place), bytes)) continue;
+    description = descriptionOfRelease(bytes);
+    break;
+  }
+  utsname names{};
+  if (::uname(&names) == 0) {
+    description.kernel = fromUtf8(std::string(names.sysname) + " " + names.release);
+    if (description.name.empty()) description.name = fromUtf8(names.sysname);
+  }
+  return description;
 }
 
 LocaleData systemLocale() {

@@ -16,6 +16,7 @@
 #include "config/ConfigFile.h"
 #include "config/OptionsBoxes.h"
 #include "config/SearchBoxes.h"
+#include "platform/Desktop.h"
 #include "platform/Files.h"
 #include "platform/System.h"
 #include "platform/Version.h"
@@ -24,6 +25,8 @@
 #include "support/Scratch.h"
 #include "sync/SyncTexts.h"
 #include "text/Paths.h"
+#include "tray/Launchers.h"
+#include "tray/MenuTree.h"
 #include "tray/TrayManager.h"
 #include "ui/Trayer.h"
 #include "ui/UiMain.h"
@@ -104,11 +107,6 @@ class frmMainTest : public testing::Test {
   }
   bool comes(const std::string& what) {
     return waitUntil([&] { return happened(what); });
-  }
-
-  bool traced(TextView line) {
-    const auto& messages = companion.trace.messages();
-    return std::find(messages.begin(), messages.end(), line) != messages.end();
   }
 
   // The entry of the tray menu called `name`.
@@ -498,6 +496,22 @@ TEST_F(frmMainTest, TheDebugMonitorOpensOnceAndShowsTheTraceOfTheWholeRun) {
   EXPECT_EQ(monitors, 1);
 }
 
+TEST_F(frmMainTest, TheDebugMonitorOpensTheTestWindowAndTheFileAboutTheCookies) {
+  start();
+  entry("menuDebug").trigger();
+  QWidget& monitor = *window("frmDebug");
+  control<QAbstractButton>(monitor, "cmdInfos").click();
+  EXPECT_EQ(journal, Journal({"start notepad " + folder.path("infos_qrCode_cookies.txt")}));
+
+  control<QAbstractButton>(monitor, "cmdTest").click();
+  QWidget* test = window("frmTest");
+  ASSERT_TRUE(test);
+  EXPECT_FALSE(test->isModal());
+  EXPECT_TRUE(watching());
+  control<QAbstractButton>(monitor, "cmdTest").click();
+  EXPECT_EQ(window("frmTest"), test) << "shown again, not opened twice";
+}
+
 TEST_F(frmMainTest, AboutShowsTheSplash) {
   start();
   ASSERT_TRUE(waitUntil([&] { return !window("frmSplash"); }, 10000));
@@ -522,14 +536,6 @@ TEST_F(frmMainTest, TheMenuOpensThePages) {
   EXPECT_EQ(journal, Journal({"execute " + folder.path("nav/eleve.html"),
                               "execute " + folder.path("nav/aide.html"),
                               "execute " + folder.path("nav/index.html")}));
-}
-
-TEST_F(frmMainTest, AnEntryUnlockedAheadOfItsCommandOnlyLeavesALine) {
-  start();
-  give("lzck_|_false_|_1");
-  ASSERT_TRUE(waitUntil([this] { return entry("MenuExplorer").isEnabled(); }));
-  entry("MenuExplorer").trigger();
-  EXPECT_TRUE(traced(u"commande absente de cette version : MenuExplorer"));
 }
 
 TEST_F(frmMainTest, CancellingTheQuestionBeforeSynchronisingKeepsWatching) {
@@ -598,6 +604,88 @@ TEST_F(frmMainTest, ARestoredShortcutTableIsTheProgramsTable) {
   control<QAbstractButton>(*window("frmSynchro"), "cmdCompare").click();
   control<QAbstractButton>(*window("frmSynchro"), "cmdSynchro").click();
   EXPECT_EQ(companion.shortcuts.freeId(), 77);
+}
+
+TEST_F(frmMainTest, EveryEntryOfTheMenuHasItsCommand) {
+  start();
+  main->lockMenus(false);
+  for (const MenuEntry& each : menuEntries()) {
+    // The entry without a caption is not shown.
+    if (each.kind != MenuEntryKind::Command || each.caption.empty()) continue;
+    EXPECT_TRUE(entry(toUtf8(each.name).c_str()).isEnabled()) << toUtf8(each.name);
+  }
+}
+
+TEST_F(frmMainTest, TheMenuStartsPrograms) {
+  start();
+  main->lockMenus(false);
+  questions.answers = {Answer::Yes, Answer::Ok};
+  for (const char* name : {"MenuNotePad", "MenuMSword", "MenuExcel", "MenuRegEdit"}) {
+    entry(name).trigger();
+  }
+  shell.failure = {53, u"Fichier introuvable : charmap"};
+  entry("MenuChar").trigger();
+  EXPECT_EQ(journal,
+            Journal({"start notepad", "word " + folder.path("modeles_word_excel/modele_defaut.doc"),
+                     "execute " + folder.path("modeles_word_excel/modele_defaut.xls"),
+                     "ask Tavrolo : Accès à la base de registre système", "start regedit",
+                     "start charmap", "ask Tavrollo"}));
+  EXPECT_EQ(questions.boxes.back(), errorBox(u"MenuChar_Click", u"Fichier introuvable : charmap"));
+}
+
+// The whole way, from the entry to a program that runs.
+TEST_F(frmMainTest, AnEntryStartsWhatIsInstalledAndThenWhatTheUserPutInItsPlace) {
+  const auto recorder = [this](const std::string& name) {
+    folder.script("bin/" + name,
+                  "echo \"" + name + " $*\" > \"$0.part\"\nmv \"$0.part\" \"$0.done\"\n");
+  };
+  const auto ran = [this](const std::string& name) {
+    const std::string done = folder.path("bin/" + name + ".done");
+    return waitUntil([&] { return std::filesystem::exists(done); })
+               ? folder.read("bin/" + name + ".done")
+               : std::string("nothing");
+  };
+  recorder("gnome-characters");
+  recorder("kcharselect");
+  recorder("mine");
+  const QByteArray path = qgetenv("PATH");
+  qputenv("PATH", QByteArray::fromStdString(folder.path("bin") + ":/usr/bin:/bin"));
+  const std::unique_ptr<Shell> real = makeShell([](const Text&) {});
+  LauncherShell launchers(companion.programFolder, *real);
+  main = std::make_unique<frmMain>(companion, launchers, questions, browser);
+
+  entry("MenuChar").trigger();
+  EXPECT_EQ(ran("gnome-characters"), "gnome-characters \n");
+  folder.write("lanceurs.cfg", "charmap=mine 'a b' c\n");
+  entry("MenuChar").trigger();
+  EXPECT_EQ(ran("mine"), "mine a b c\n");
+  EXPECT_FALSE(std::filesystem::exists(folder.path("bin/kcharselect.done")));
+  qputenv("PATH", path);
+}
+
+TEST_F(frmMainTest, TheOpenMenuFollowsThePages) {
+  start();
+  ASSERT_TRUE(waitUntil([] { return window("frmSplash") != nullptr; }));
+  QTest::mouseClick(window("frmSplash"), Qt::LeftButton);
+  ASSERT_TRUE(waitUntil([] { return window("frmSplash") == nullptr; }));
+  auto* menu = qobject_cast<QMenu*>(entry("MenuQuit").parent());
+  ASSERT_TRUE(menu);
+  menu->popup({100, 100});
+  ASSERT_TRUE(waitUntil([&] { return menu->isVisible(); }));
+  EXPECT_FALSE(entry("MenuWin").isEnabled());
+  give("ini_|_cle_|_1");
+  ASSERT_TRUE(waitUntil([this] { return entry("MenuWin").isEnabled(); }));
+  EXPECT_TRUE(menu->isVisible());
+
+  QMenu* inner = entry("MenuWin").menu();
+  QTest::keyClick(menu, Qt::Key_Down);
+  QTest::keyClick(menu, Qt::Key_Right);
+  ASSERT_TRUE(waitUntil([&] { return inner->isVisible(); })) << "reached by the keyboard";
+  give("lzck_|_true_|_2");
+  ASSERT_TRUE(waitUntil([this] { return !entry("MenuWin").isEnabled(); }));
+  EXPECT_FALSE(inner->isVisible());
+  for (const char* name : kLocked) EXPECT_FALSE(entry(name).isEnabled()) << name;
+  menu->close();
 }
 
 TEST_F(frmMainTest, AFailureInAHandlerBecomesABox) {

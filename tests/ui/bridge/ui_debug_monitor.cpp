@@ -9,7 +9,10 @@ namespace {
 
 struct Monitor {
   TraceBuffer trace;
-  frmDebug window{trace};
+  std::vector<std::string> opened;
+  frmDebug window{trace,
+                  {.showCookieInformation = [this] { opened.push_back("infos"); },
+                   .showTestWindow = [this] { opened.push_back("test"); }}};
   QPlainTextEdit& text = control<QPlainTextEdit>(window, "rtbDebug");
 
   void show() {
@@ -51,6 +54,19 @@ TEST(frmDebug, EscapeHidesIt) {
   monitor.show();
   QTest::keyClick(&monitor.window, Qt::Key_Escape);
   EXPECT_FALSE(monitor.window.isVisible());
+}
+
+TEST(frmDebug, OpensTheFileAboutTheCookiesAndTheTestWindow) {
+  Monitor monitor;
+  monitor.show();
+  auto& infos = control<QPushButton>(monitor.window, "cmdInfos");
+  auto& test = control<QPushButton>(monitor.window, "cmdTest");
+  EXPECT_EQ(infos.text(), QStringLiteral("Infos cookies"));
+  EXPECT_EQ(test.text(), QStringLiteral("Fenêtre de test"));
+  QTest::mouseClick(&infos, Qt::LeftButton);
+  QTest::keyClick(&test, Qt::Key_Space);
+  EXPECT_EQ(monitor.opened, (std::vector<std::string>{"infos", "test"}));
+  EXPECT_TRUE(monitor.window.isVisible());
 }
 
 TEST(frmDebug, StaysAboveOtherWindows) {

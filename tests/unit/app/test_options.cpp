@@ -35,11 +35,19 @@ TEST(Options, TraceStandsAlone) {
   EXPECT_EQ(options->programFolder, u"/a");
 }
 
+TEST(Options, TheTestWindowIsAskedForByAWordOfItsOwn) {
+  EXPECT_FALSE(parseOptions({})->testWindow);
+  const std::optional<Options> options = parseOptions({"--test-window", "--program-folder=/a"});
+  ASSERT_TRUE(options);
+  EXPECT_TRUE(options->testWindow);
+  EXPECT_EQ(options->programFolder, u"/a");
+}
+
 TEST(Options, WhatIsNotUnderstoodIsRefused) {
   for (const Arguments& arguments :
        {Arguments{"--program-folder"}, Arguments{"--program-folder="},
-        Arguments{"--program-folder", ""}, Arguments{"--trace=1"}, Arguments{"file"}, Arguments{""},
-        Arguments{"--trace", "--what"}}) {
+        Arguments{"--program-folder", ""}, Arguments{"--trace=1"}, Arguments{"--test-window=1"},
+        Arguments{"file"}, Arguments{""}, Arguments{"--trace", "--what"}}) {
     EXPECT_FALSE(parseOptions(arguments)) << arguments.back();
   }
 }
@@ -52,7 +60,8 @@ TEST(Options, HelpAndVersionAreAnsweredWhateverStandsBesideThem) {
 }
 
 TEST(Options, TheUsageNamesEveryOption) {
-  for (const char* option : {"--program-folder", "--trace", "--version", "--help"}) {
+  for (const char* option :
+       {"--program-folder", "--trace", "--test-window", "--version", "--help"}) {
     EXPECT_NE(usageText().find(option), std::string::npos) << option;
   }
 }

@@ -22,6 +22,11 @@ class RecordingShell : public Shell {
     return failure;
   }
 
+  Failure openInWord(const Text& document) override {
+    done_.push_back(u"word " + document);
+    return failure;
+  }
+
   Failure failure;
 
  private:

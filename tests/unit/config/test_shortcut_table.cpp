@@ -30,6 +30,21 @@ TEST(ShortcutTable, LoadingReplacesEverything) {
   EXPECT_TRUE(table.wasLoaded());
 }
 
+TEST(ShortcutTable, FreeIdIsRaisedButNeverLowered) {
+  ShortcutTable table;
+  table.raiseFreeId(5);
+  EXPECT_EQ(table.freeId(), 5);
+  EXPECT_FALSE(table.wasLoaded());
+  int changes = 0;
+  table.subscribe([&] { ++changes; });
+  table.raiseFreeId(4);
+  table.raiseFreeId(5);
+  EXPECT_EQ(table.freeId(), 5);
+  EXPECT_EQ(changes, 0);
+  table.raiseFreeId(6);
+  EXPECT_EQ(changes, 1);
+}
+
 TEST(ShortcutTable, ANewKeyHasNineDigitsAndIsGivenOnce) {
   ShortcutTable table;
   table.load(42, {});

@@ -39,6 +39,9 @@ TEST(Failure, NoErrorIsSuccess) {
 }
 
 TEST(Failure, TheProgramsOwnFailures) {
+  EXPECT_EQ(failures::invalidCall(), (Failure{5, u"Appel de procédure ou argument incorrect"}));
+  EXPECT_EQ(failures::noSuchIndex(), (Failure{9, u"L'indice n'appartient pas à la sélection"}));
+  EXPECT_EQ(failures::typeMismatch(), (Failure{13, u"Incompatibilité de type"}));
   EXPECT_EQ(failures::overflow(), (Failure{6, u"Dépassement de capacité"}));
   EXPECT_EQ(failures::pastEndOfFile(), (Failure{62, u"L'entrée dépasse la fin du fichier"}));
   EXPECT_EQ(failures::notRegularFile(), (Failure{75, u"Erreur d'accès Chemin/Fichier"}));

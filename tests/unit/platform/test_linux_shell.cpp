@@ -26,7 +26,11 @@ class LinuxShellTest : public ::testing::Test {
 
   // xdg-mime that names `id`, and a launcher of that name.
   void fakeEditor(const std::string& id, const std::string& exec, const std::string& more = {}) {
-    scratch.script("bin/xdg-mime", "test \"$*\" = 'query default text/plain' && echo " + id);
+    fakeHandler("text/plain", id, exec, more);
+  }
+  void fakeHandler(const std::string& mimeType, const std::string& id, const std::string& exec,
+                   const std::string& more = {}) {
+    scratch.script("bin/xdg-mime", "test \"$*\" = 'query default " + mimeType + "' && echo " + id);
     scratch.write("data/applications/" + id,
                   "[Desktop Entry]\nType=Application\nExec=" + exec + "\n" + more);
   }
@@ -206,8 +210,9 @@ TEST_F(LinuxShellTest, HowAProgramEndsIsItsOwnAffair) {
 
 TEST_F(LinuxShellTest, AMissingXdgOpenIsAFailureThatIsTraced) {
   std::filesystem::remove(scratch.path("bin/xdg-open"));
-  EXPECT_EQ(execute(u"/a.txt"), (Failure{53, u"Fichier introuvable : xdg-open"}));
-  EXPECT_EQ(traces, std::vector<Text>{u"Fichier introuvable : xdg-open"});
+  EXPECT_EQ(execute(u"/a.txt"),
+            (Failure{53, u"Fichier introuvable : xdg-open (paquet xdg-utils)"}));
+  EXPECT_EQ(traces, std::vector<Text>{u"Fichier introuvable : xdg-open (paquet xdg-utils)"});
 }
 
 TEST_F(LinuxShellTest, AFailedStartIsAFailureThatIsTraced) {
@@ -279,8 +284,8 @@ TEST_F(LinuxShellTest, WithoutAnEditorTheDesktopOpensTheFile) {
     EXPECT_FALSE(shell.startCommandLine(u"notepad /a b.txt"));
     EXPECT_EQ(openedArguments(), "/a b.txt\n");
   }
-  EXPECT_EQ(shell.startCommandLine(u"notepad"),
-            (Failure{53, u"Fichier introuvable : éditeur de texte"}));
+  EXPECT_EQ(shell.startCommandLine(u"notepad").description,
+            u"Fichier introuvable : " + missingText(*equivalentRow(u"notepad")));
 }
 
 TEST_F(LinuxShellTest, AnXdgMimeThatHangsIsNotWaitedFor) {
@@ -309,16 +314,65 @@ TEST_F(LinuxShellTest, ExplorerAloneOpensTheHomeFolder) {
   EXPECT_EQ(openedArguments(), "/home/a\n");
 }
 
-TEST_F(LinuxShellTest, WriteOpensTheRestOfTheLineAsOneDocument) {
-  EXPECT_FALSE(shell.startCommandLine(u"write /a b/temp.rtf"));
-  EXPECT_EQ(openedArguments(), "/a b/temp.rtf\n");
+TEST_F(LinuxShellTest, AnInstalledEditorServesADesktopThatNamesNone) {
+  recorder("bin/mousepad");
+  EXPECT_FALSE(shell.startCommandLine(u"notepad /a b.txt"));
+  EXPECT_EQ(startedArguments(), "/a b.txt\n");
+  EXPECT_FALSE(didOpen());
 }
 
-TEST_F(LinuxShellTest, CmdStartsTheTerminal) {
-  EXPECT_EQ(shell.startCommandLine(u"cmd.exe"), (Failure{53, u"Fichier introuvable : terminal"}));
-  recorder("bin/konsole");
-  EXPECT_FALSE(shell.startCommandLine(u"cmd.exe"));
+TEST_F(LinuxShellTest, TheToolsOfWindowsAreWhatIsInstalledInTheirPlace) {
+  for (const char16_t* command : {u"write", u"charmap", u"control", u"cmd.exe", u"regedit"}) {
+    const EquivalentRow& row = *equivalentRow(command);
+    EXPECT_EQ(shell.startCommandLine(command),
+              (Failure{53, u"Fichier introuvable : " + missingText(row)}));
+    EXPECT_EQ(traces.back(), u"Fichier introuvable : " + missingText(row));
+
+    recorder("bin/" + std::string(row.programs.back().program));
+    EXPECT_FALSE(shell.startCommandLine(command));
+    EXPECT_EQ(startedArguments(), "");
+    std::filesystem::remove(started);
+    std::filesystem::remove(scratch.path("bin/" + std::string(row.programs.back().program)));
+  }
+}
+
+TEST_F(LinuxShellTest, AToolThatTakesNoPathGetsItsWordsAsAnyProgram) {
+  recorder("bin/xterm");
+  EXPECT_EQ(shell.startCommandLine(u"cmd.exe /k dir"),
+            (Failure{53, u"Fichier introuvable : cmd.exe"}));
+}
+
+TEST_F(LinuxShellTest, WriteIsTheHandlerOfItsDocumentsWithoutAWriter) {
+  recorder("bin/abiword");
+  fakeHandler("application/rtf", "abiword.desktop", "abiword %U");
+  EXPECT_FALSE(shell.startCommandLine(u"write"));
   EXPECT_EQ(startedArguments(), "");
+
+  std::filesystem::remove(started);
+  scratch.script("bin/abiword", "exit 1");
+  recorder("bin/lowriter");
+  EXPECT_FALSE(shell.startCommandLine(u"write /a b"));
+  EXPECT_EQ(startedArguments(), "/a b\n");
+}
+
+TEST_F(LinuxShellTest, WordOpensADocumentInTheWriterOrItsHandler) {
+  fakeHandler("application/msword", "words.desktop", "words %U");
+  recorder("bin/words");
+  EXPECT_FALSE(shell.openInWord(u"/é a/modele.doc"));
+  EXPECT_EQ(startedArguments(), "/é a/modele.doc\n");
+
+  std::filesystem::remove(started);
+  scratch.script("bin/words", "exit 1");
+  recorder("bin/lowriter");
+  EXPECT_FALSE(shell.openInWord(u"/modele.doc"));
+  EXPECT_EQ(startedArguments(), "/modele.doc\n");
+  EXPECT_FALSE(didOpen());
+}
+
+TEST_F(LinuxShellTest, WithoutAWordProcessorNothingIsOpenedAndThePackageIsNamed) {
+  EXPECT_EQ(shell.openInWord(u"/modele.doc"),
+            (Failure{53, u"Fichier introuvable : lowriter (paquet libreoffice-writer)"}));
+  EXPECT_FALSE(didOpen());
 }
 
 TEST_F(LinuxShellTest, AnyOtherCommandLineIsSplit) {

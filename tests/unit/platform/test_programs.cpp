@@ -51,18 +51,4 @@ TEST_F(ProgramsTest, TheFirstFolderOfPathThatHasItWins) {
   EXPECT_EQ(programInPath("../two/b"), "");
 }
 
-TEST_F(ProgramsTest, TheFirstInstalledTerminalIsTaken) {
-  EXPECT_EQ(terminalCommand(), std::vector<std::string>());
-  struct Row {
-    const char* name;
-    const char* option;
-  };
-  // From the last choice to the first.
-  for (const Row& row : {Row{"xterm", "-e"}, Row{"xfce4-terminal", "-x"}, Row{"konsole", "-e"},
-                         Row{"gnome-terminal", "--"}, Row{"x-terminal-emulator", "-e"}}) {
-    scratch.script("two/" + std::string(row.name), "");
-    EXPECT_EQ(terminalCommand(), (std::vector<std::string>{row.name, row.option}));
-  }
-}
-
 }  // namespace

@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/linux/Equivalents.h"
+
+#include <algorithm>
+
+#include "platform/linux/Programs.h"
+#include "text/Utf.h"
+
+namespace {
+
+constexpr Equivalent kEditors[] = {
+    {"gnome-text-editor", "gnome-text-editor"},
+    {"gedit", "gedit"},
+    {"kate", "kate"},
+    {"mousepad", "mousepad"},
+    {"xed", "xed"},
+    {"pluma", "pluma"},
+    {"featherpad", "featherpad"},
+};
+
+constexpr Equivalent kWriters[] = {{"lowriter", "libreoffice-writer"}};
+
+constexpr Equivalent kCharacterTables[] = {
+    {"gucharmap", "gucharmap"},
+    {"gnome-characters", "gnome-characters"},
+    {"kcharselect", "kcharselect"},
+};
+
+constexpr Equivalent kControlPanels[] = {
+    {"gnome-control-center", "gnome-control-center"}, {"systemsettings", "systemsettings"},
+    {"xfce4-settings-manager", "xfce4-settings"},     {"lxqt-config", "lxqt-config"},
+    {"mate-control-center", "mate-control-center"},
+};
+
+constexpr Equivalent kTerminals[] = {
+    {"x-terminal-emulator", "xterm", "-e"},
+    {"gnome-terminal", "gnome-terminal", "--"},
+    {"konsole", "konsole", "-e"},
+    {"xfce4-terminal", "xfce4-terminal", "-x"},
+    {"mate-terminal", "mate-terminal", "-x"},
+    {"qterminal", "qterminal", "-e"},
+    {"xterm", "xterm", "-e"},
+};
+
+constexpr Equivalent kRegistries[] = {{"dconf-editor", "dconf-editor"}};
+
+constexpr TextView kTerminal = u"cmd.exe";
+
+// "word.basic" is no command line but the word processor that a document is opened in.
+constexpr EquivalentRow kRows[] = {
+    {u"notepad", Handler::First, "text/plain", kEditors},
+    {u"write", Handler::Last, "application/rtf", kWriters},
+    {u"word.basic", Handler::Last, "application/msword", kWriters},
+    {u"charmap", Handler::None, "", kCharacterTables},
+    {u"control", Handler::None, "", kControlPanels},
+    {kTerminal, Handler::None, "", kTerminals},
+    {u"regedit", Handler::None, "", kRegistries},
+};
+
+}  // namespace
+
+std::span<const EquivalentRow> equivalentRows() { return kRows; }
+
+const EquivalentRow* equivalentRow(TextView command) {
+  const auto* found =
+      std::find_if(std::begin(kRows), std::end(kRows),
+                   [&](const EquivalentRow& row) { return row.command == command; });
+  return found == std::end(kRows) ? nullptr : found;
+}
+
+const Equivalent* installedEquivalent(const EquivalentRow& row) {
+  for (const Equivalent& equivalent : row.programs) {
+    if (!programInPath(std::string(equivalent.program)).empty()) return &equivalent;
+  }
+  return nullptr;
+}
+
+Text missingText(const EquivalentRow& row) {
+  std::string text;
+  for (const Equivalent& equivalent : row.programs) {
+    if (!text.empty()) text += &equivalent == &row.programs.back() ? " ou " : ", ";
+    text.append(equivalent.program).append(" (paquet ").append(equivalent.package).append(")");
+  }
+  return fromUtf8(text);
+}
+
+std::vector<std::string> terminalCommand() {
+  const Equivalent* terminal = installedEquivalent(*equivalentRow(kTerminal));
+  if (!terminal) return {};
+  return {std::string(terminal->program), std::string(terminal->terminalOption)};
+}

@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tray/Launchers.h"
+
+#include <gtest/gtest.h>
+
+#include "support/Doubles.h"
+#include "support/Scratch.h"
+
+namespace {
+
+class LauncherShellTest : public ::testing::Test {
+ protected:
+  void entries(std::string_view bytes) { folder.write("lanceurs.cfg", bytes); }
+
+  Scratch folder;
+  Text programFolder = folder.text();
+  Journal journal;
+  RecordingShell inner{journal};
+  LauncherShell shell{programFolder, inner};
+};
+
+}  // namespace
+
+TEST(Launchers, TheFileIsReadLineByLine) {
+  using Entries = std::map<Text, Text>;
+  struct Row {
+    std::string_view bytes;
+    Entries entries;
+  };
+  const Row rows[] = {
+      {"", {}},
+      {"write=abiword\r\ncharmap=x y\n", {{u"write", u"abiword"}, {u"charmap", u"x y"}}},
+      {" Write = abiword --new \t\n", {{u"write", u"abiword --new"}}},
+      {"cmd.exe=xterm\n", {{u"cmd", u"xterm"}}},
+      {"CMD=xterm -e a=b", {{u"cmd", u"xterm -e a=b"}}},
+      {"# write=a\n;write=b\nwrite\n\n", {}},
+      {"write=a\nwrite=b\n", {{u"write", u"b"}}},
+      {"write=a\nwrite=\n", {}},
+      {"\xEF\xBB\xBFwrite=caf\xC3\xA9\n", {{u"write", u"café"}}},
+      {"write=caf\xE9\n", {{u"write", u"café"}}},
+  };
+  for (const Row& row : rows) EXPECT_EQ(parseLaunchers(row.bytes), row.entries) << row.bytes;
+}
+
+TEST_F(LauncherShellTest, WithoutAFileEveryCommandLineIsTheShellsOwn) {
+  EXPECT_EQ(userLauncher(programFolder, launchers::kEditor), std::nullopt);
+  EXPECT_FALSE(shell.startCommandLine(u"notepad /a b"));
+  EXPECT_FALSE(shell.startCommandLine(u"cmd.exe"));
+  EXPECT_FALSE(shell.openInWord(u"/m.doc"));
+  shell.ShellExecute({.file = u"/c"});
+  EXPECT_EQ(journal, Journal({"start notepad /a b", "start cmd.exe", "word /m.doc", "execute /c"}));
+}
+
+TEST_F(LauncherShellTest, TheUsersEntryTakesThePlaceOfItsCommandAlone) {
+  entries("notepad=gedit --wait\ncmd=xterm -bg black\nword=abiword\n");
+  shell.startCommandLine(u"notepad");
+  shell.startCommandLine(u"notepad /a b/c'd");
+  shell.startCommandLine(u"cmd.exe");
+  shell.startCommandLine(u"charmap");
+  shell.openInWord(u"/m n.doc");
+  EXPECT_EQ(journal, Journal({"start gedit --wait",
+                              "start gedit --wait " + toUtf8(parameterWord(u"/a b/c'd")),
+                              "start xterm -bg black", "start charmap",
+                              "start abiword " + toUtf8(parameterWord(u"/m n.doc"))}));
+}
+
+TEST_F(LauncherShellTest, AChangeHoldsAtOnce) {
+  entries("write=a\n");
+  shell.startCommandLine(u"write");
+  entries("write=b\n");
+  shell.startCommandLine(u"write");
+  EXPECT_EQ(journal, Journal({"start a", "start b"}));
+}
+
+TEST_F(LauncherShellTest, WhatCannotBeStartedIsTold) {
+  entries("write=a\n");
+  inner.failure = {53, u"Fichier introuvable : a"};
+  EXPECT_EQ(shell.startCommandLine(u"write"), inner.failure);
+  EXPECT_EQ(shell.openInWord(u"/m.doc"), inner.failure);
+}
