@@ -157,13 +157,13 @@ void frmCodeBarrePrev::cmdSaveImage_Click() {
   const QByteArray bytes =
       symbolPicture(symbol(ui_->rtbCBar->text()), ui_->rtbCBar->fontSize(), pictureFormat(*path));
   const auto size = static_cast<std::size_t>(bytes.size());
-  tell(u"cmdSaveImage_Click", bytes.isEmpty() ? failures::barcodeTooLong()
+  tell(u"cmdSaveImage_Click", bytes.isEmpty() ? failures::barcodeTooLarge()
                                               : replaceFile(*path, {bytes.constData(), size}));
 }
 
 void frmCodeBarrePrev::cmdCopyImage_Click() {
   const QImage image = symbolImage(symbol(ui_->rtbCBar->text()), ui_->rtbCBar->fontSize());
-  if (image.isNull()) return tell(u"cmdCopyImage_Click", failures::barcodeTooLong());
+  if (image.isNull()) return tell(u"cmdCopyImage_Click", failures::barcodeTooLarge());
   QGuiApplication::clipboard()->setImage(image);
 }
 

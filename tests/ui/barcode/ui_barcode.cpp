@@ -67,6 +67,9 @@ class Barcode : public testing::Test {
   std::vector<bool> selectionsOffered;
   bool printsSelection = false;
   bool cancelsPrinting = false;
+  QSizeF paper;  // in millimetres; the printer's own when there is none
+  QMarginsF margins{1.5, 1.5, 1.5, 1.5};
+  QRectF printable;  // in points
 
   frmCodeBarrePrev window{{.programFolder = programFolder,
                            .locale = locale,
@@ -78,6 +81,11 @@ class Barcode : public testing::Test {
                             printer.setOutputFormat(QPrinter::PdfFormat);
                             printer.setOutputFileName(toQt(scratch.text("page.pdf")));
                             if (printsSelection) printer.setPrintRange(QPrinter::Selection);
+                            if (paper.isValid()) {
+                              printer.setPageSize(QPageSize(paper, QPageSize::Millimeter));
+                              printer.setPageMargins(margins, QPageLayout::Millimeter);
+                            }
+                            printable = printer.pageLayout().paintRect(QPageLayout::Point);
                             return !cancelsPrinting;
                           }};
 };
@@ -560,11 +568,35 @@ TEST_F(BarcodeSymbols, APictureThatCannotBeWrittenOrMadeIsTold) {
   EXPECT_TRUE(questions.boxes[0].text.starts_with(u"Erreur dans cmdSaveImage_Click\r\n"));
 
   box("txtSource").setText(QString(3000, QLatin1Char('A')));
-  const Text tooLong = failures::barcodeTooLong().description;
+  const Text tooLong = failures::barcodeTooLarge().description;
   click("cmdSaveImage");
   EXPECT_EQ(questions.boxes.back(), errorBox(u"cmdSaveImage_Click", tooLong));
   click("cmdCopyImage");
   EXPECT_EQ(questions.boxes.back(), errorBox(u"cmdCopyImage_Click", tooLong));
+}
+
+TEST_F(BarcodeSymbols, APictureHasNoMoreDotsThanOtherProgramsRead) {
+  open();
+  type("txtSource", "x");
+  type("TxtAdd", "12");
+  expectResult(u"[B\\C");
+  box("TxtSize").setText(QStringLiteral("2160"));
+  questions.newFiles = {scratch.text("a.svg")};
+  click("cmdSaveImage");
+  QSvgRenderer svg(toQt(scratch.text("a.svg")));
+  ASSERT_TRUE(svg.isValid());
+  const QSize symbol = SymbolPainter(view().barFont(), view().text()).size();
+  ASSERT_GT(symbol.height(), symbol.width());
+  EXPECT_EQ(svg.viewBox().size(), symbol * (32767 / symbol.height()));
+
+  box("TxtSize").setText(QStringLiteral("1080"));
+  click("cmdCopyImage");
+  const QSize copied = QApplication::clipboard()->image().size();
+  const int module = copied.height() / symbol.height();
+  const auto area = [&](int dots) { return symbol.width() * symbol.height() * dots * dots; };
+  EXPECT_EQ(copied, symbol * module);
+  EXPECT_LE(area(module), 32'000'000);
+  EXPECT_GT(area(module + 1), 32'000'000);
 }
 
 TEST_F(BarcodeSymbols, ThePictureIsCopied) {
@@ -615,6 +647,95 @@ TEST_F(BarcodeSymbols, OnlyTheSelectionIsPrintedWhenItIsAskedFor) {
   EXPECT_EQ(bars(), 2 * 5);
 }
 
+namespace {
+
+// The printed page, seen at a dot to each quarter of a point.
+class BarcodePrint : public BarcodeSymbols {
+ protected:
+  static constexpr int kDots = 4;  // to a point
+
+  // The place of all ink, in points from the upper left corner of the page.
+  QRectF ink() {
+    click("cmdPrint");
+    const QString pdf = toQt(scratch.text("page.pdf"));
+    EXPECT_EQ(QProcess::execute(QStringLiteral("pdftoppm"),
+                                {QStringLiteral("-gray"), QStringLiteral("-r"),
+                                 QString::number(72 * kDots), pdf, toQt(scratch.text("sheet"))}),
+              0);
+    EXPECT_EQ(scratch.entries(), 2U) << "one file for each page, and the document";
+    const QImage page(toQt(scratch.text("sheet-1.pgm")));
+    QRect dark;
+    for (int y = 0; y < page.height(); ++y) {
+      for (int x = 0; x < page.width(); ++x) {
+        if (qGray(page.pixel(x, y)) < 128) dark |= QRect(x, y, 1, 1);
+      }
+    }
+    return {QPointF(dark.topLeft()) / kDots, QSizeF(dark.size()) / kDots};
+  }
+
+  // The same of the symbol alone, in modules from its own corner.
+  QRectF inkOfSymbol() {
+    const BarFont& font = view().barFont();
+    QRectF all;
+    int x = kQuietZone;
+    for (const char16_t character : view().text()) {
+      const BarFont::Glyph& glyph = font.glyph(character);
+      for (const QRect& bar : glyph.bars) all |= QRectF(bar).translated(x, font.ascent());
+      if (!glyph.label.isEmpty()) {
+        all |= glyph.label.boundingRect().translated(x, font.ascent());
+      }
+      x += glyph.advance;
+    }
+    return all;
+  }
+
+  // Fails unless the symbol stands on the page with modules of `module` points.
+  void expectPrinted(double module) {
+    const QRectF printed = ink();
+    const QRectF wanted = inkOfSymbol();
+    const double tolerance = 1.5 / kDots;
+    EXPECT_NEAR(printed.left(), printable.left() + wanted.left() * module, tolerance);
+    EXPECT_NEAR(printed.top(), printable.top() + 12 + wanted.top() * module, tolerance);
+    EXPECT_NEAR(printed.width(), wanted.width() * module, tolerance);
+    EXPECT_NEAR(printed.height(), wanted.height() * module, tolerance);
+    EXPECT_TRUE(printable.contains(printed));
+  }
+};
+
+}  // namespace
+
+TEST_F(BarcodePrint, OnePageHasAnEmptyLineAndBelowItTheSymbolInItsSize) {
+  open();
+  choose(0);
+  type("txtSource", "TAVROLLO");
+  expectPrinted(1.5);
+  type("TxtSize", "24");
+  expectPrinted(17.0 / 1200 * 72);  // whole dots of 1200 to the inch
+}
+
+TEST_F(BarcodePrint, WhatIsTooHighOrTooWideForThePageGetsSmaller) {
+  open();
+  type("txtSource", "12");
+  paper = {62, 29};
+  // 26 mm and less the empty line are 1028 dots, of which each of 50 modules has 20.
+  expectPrinted(20.0 / 1200 * 72);
+  paper = {40, 90};
+  // 37 mm are 1748 dots, of which each of the symbol's modules has its part.
+  const int modules = SymbolPainter(view().barFont(), view().text()).size().width();
+  expectPrinted(1748 / modules / 1200.0 * 72);  // NOLINT(bugprone-integer-division)
+}
+
+TEST_F(BarcodePrint, NothingIsPrintedOnPaperThatIsTooLow) {
+  open();
+  type("txtSource", "12");
+  paper = {62, 13};
+  questions.answers = {Answer::Ok};
+  click("cmdPrint");
+  EXPECT_EQ(questions.boxes,
+            std::vector<Box>({errorBox(u"cmdPrint", failures::barcodeTooLarge().description)}));
+  EXPECT_EQ(scratch.entries(), 0U);
+}
+
 TEST_F(BarcodeSymbols, ACancelledPrintIsTold) {
   open();
   cancelsPrinting = true;
@@ -632,7 +753,7 @@ TEST_F(BarcodeSymbols, WhatThePageCannotHoldIsNotPrinted) {
   questions.answers = {Answer::Ok, Answer::Ok};
   box("txtSource").setText(QString(1000, QLatin1Char('A')));
   click("cmdPrint");
-  EXPECT_EQ(questions.boxes.back(), errorBox(u"cmdPrint", failures::barcodeTooLong().description));
+  EXPECT_EQ(questions.boxes.back(), errorBox(u"cmdPrint", failures::barcodeTooLarge().description));
   EXPECT_EQ(scratch.entries(), 0U);
 
   scratch.makeFolders("page.pdf");
