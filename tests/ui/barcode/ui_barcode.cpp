@@ -14,6 +14,8 @@
 #include <QScrollBar>
 #include <QSvgRenderer>
 #include <QTimer>
+#include <cmath>
+#include <tuple>
 
 #include "barcode/BarcodeOptions.h"
 #include "barcode/BarcodeRtf.h"
@@ -474,6 +476,67 @@ TEST_F(BarcodeSymbols, AWideSymbolIsScrolledAndShowsItsEnds) {
   EXPECT_EQ(begin.pixel(20, 40), qRgb(0, 0, 0));
   EXPECT_EQ(end.pixel(end.width() - 23, 40), qRgb(0, 0, 0)) << "the last bar";
   EXPECT_EQ(end.pixel(end.width() - 1, 40), qRgb(255, 255, 255));
+}
+
+namespace {
+
+int inkOf(const QImage& image) {
+  int dark = 0;
+  for (int x = 0; x < image.width(); ++x) {
+    dark += image.pixel(x, image.height() / 2) == qRgb(0, 0, 0) ? 1 : 0;
+  }
+  return dark;
+}
+
+// A viewport whose screen can be changed for a finer one.
+class MovingViewport : public QWidget {
+ public:
+  double dotsPerPixel = 1;
+
+ protected:
+  int metric(PaintDeviceMetric metric) const override {
+    if (metric == PdmDevicePixelRatioScaled) {
+      return static_cast<int>(std::lround(dotsPerPixel * devicePixelRatioFScale()));
+    }
+    return QWidget::metric(metric);
+  }
+};
+
+}  // namespace
+
+TEST_F(BarcodeSymbols, AFinerScreenHasTheScrollBarsOfItsModules) {
+  open();
+  choose(0);
+  box("TxtSize").setText(QStringLiteral("30"));  // 1.67 dots are 2; of a screen of 1.75, 2.92 are 3
+  auto* viewport = new MovingViewport;           // the view's from now on
+  view().setViewport(viewport);
+  box("txtSource").setText(QString(200, QLatin1Char('A')));
+  const QScrollBar& bar = *view().horizontalScrollBar();
+  const int modules = 202 * 16 + 20;
+  ASSERT_EQ(bar.maximum(), modules * 2 - viewport->width());
+  ASSERT_TRUE(waitUntil([&] { return bar.isVisible(); }));
+  QApplication::processEvents();
+  const QSize before = viewport->size();
+  viewport->dotsPerPixel = 1.75;
+  viewport->update();
+  const int width = static_cast<int>(std::ceil(modules * 3 / 1.75));
+  EXPECT_TRUE(waitUntil([&] { return bar.maximum() == width - viewport->width(); }))
+      << bar.maximum();
+  EXPECT_EQ(viewport->size(), before);
+}
+
+TEST_F(BarcodeSymbols, AVeryLargeSymbolIsShownUpToItsEnd) {
+  open();
+  choose(5);
+  view().setText(Text(1'000'000, u'8'));
+  view().setFontSize(2160);
+  QScrollBar& bar = *view().horizontalScrollBar();
+  EXPECT_GT(bar.maximum(), 900'000'000);
+  view().verticalScrollBar()->setValue(10 * 90);
+  bar.setValue(bar.maximum());
+  EXPECT_EQ(inkOf(seen(1)), 0) << "the quiet zone";
+  bar.setValue(bar.maximum() - kQuietZone * 90);  // 90 dots to a module are the most that fit
+  EXPECT_GT(inkOf(seen(1)), 0) << "the last character";
 }
 
 TEST_F(BarcodeSymbols, AVeryLongTextIsShownWhole) {
