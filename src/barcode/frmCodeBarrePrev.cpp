@@ -9,7 +9,6 @@
 #include "barcode/BarcodeOptions.h"
 #include "barcode/BarcodeRtf.h"
 #include "barcode/BarcodeTexts.h"
-#include "barcode/ModcodeBarre.h"
 #include "barcode/PictureFile.h"
 #include "barcode/qt/SymbolPainter.h"
 #include "barcode/qt/SymbolPicture.h"
@@ -108,8 +107,8 @@ void frmCodeBarrePrev::OptType_Click(int index) {
 void frmCodeBarrePrev::txtSource_Change() {
   Text result;
   guardedly(u"fonction CodeBar()", [&] {
-    result = ModcodeBarre::CodeBar(type_, fromQt(ui_->txtSource->text()),
-                                   fromQt(ui_->TxtAdd->text()), ui_->chkKey25i->isChecked());
+    result = to_.encode(type_, fromQt(ui_->txtSource->text()), fromQt(ui_->TxtAdd->text()),
+                        ui_->chkKey25i->isChecked());
   });
   ui_->txtCBar->setText(toQt(result));
   ui_->rtbCBar->setText(fromQt(ui_->txtCBar->text()));

@@ -65,6 +65,10 @@ class Barcode : public testing::Test {
   RecordingShell shell{journal};
   ScriptedQuestions questions{journal};
 
+  // What was encoded last, with which add-on and check box.
+  std::tuple<int, Text, Text, bool> encoded;
+  bool encoderFails = false;
+
   // What the print dialog was given, and what it does.
   std::vector<bool> selectionsOffered;
   bool printsSelection = false;
@@ -73,23 +77,30 @@ class Barcode : public testing::Test {
   QMarginsF margins{1.5, 1.5, 1.5, 1.5};
   QRectF printable;  // in points
 
-  frmCodeBarrePrev window{{.programFolder = programFolder,
-                           .locale = locale,
-                           .shell = shell,
-                           .questions = questions,
-                           .fontPage = [] { return Text(u"/nav/aide.html"); }},
-                          [this](QPrinter& printer, bool hasSelection) {
-                            selectionsOffered.push_back(hasSelection);
-                            printer.setOutputFormat(QPrinter::PdfFormat);
-                            printer.setOutputFileName(toQt(scratch.text("page.pdf")));
-                            if (printsSelection) printer.setPrintRange(QPrinter::Selection);
-                            if (paper.isValid()) {
-                              printer.setPageSize(QPageSize(paper, QPageSize::Millimeter));
-                              printer.setPageMargins(margins, QPageLayout::Millimeter);
-                            }
-                            printable = printer.pageLayout().paintRect(QPageLayout::Point);
-                            return !cancelsPrinting;
-                          }};
+  frmCodeBarrePrev window{
+      {.programFolder = programFolder,
+       .locale = locale,
+       .shell = shell,
+       .questions = questions,
+       .fontPage = [] { return Text(u"/nav/aide.html"); },
+       .encode =
+           [this](std::uint8_t type, TextView source, TextView addOn, bool withCheck) {
+             encoded = {type, Text(source), Text(addOn), withCheck};
+             if (encoderFails) throw std::overflow_error("Dépassement");
+             return ModcodeBarre::CodeBar(type, source, addOn, withCheck);
+           }},
+      [this](QPrinter& printer, bool hasSelection) {
+        selectionsOffered.push_back(hasSelection);
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(toQt(scratch.text("page.pdf")));
+        if (printsSelection) printer.setPrintRange(QPrinter::Selection);
+        if (paper.isValid()) {
+          printer.setPageSize(QPageSize(paper, QPageSize::Millimeter));
+          printer.setPageMargins(margins, QPageLayout::Millimeter);
+        }
+        printable = printer.pageLayout().paintRect(QPageLayout::Point);
+        return !cancelsPrinting;
+      }};
 };
 
 }  // namespace
@@ -133,6 +144,10 @@ TEST_F(Barcode, CaptionsAndTipsAreExactToTheCharacter) {
       {"rtbCBar", "accessibleName", "Code barre", symbol},
       {"cmdPrint", "text", "Imprimer le code barre", ""},
       {"cmdExport", "text", "Exporter le code barre", ""},
+      {"cmdSaveImage", "text", "Enregistrer l’image", ""},
+      {"cmdCopyImage", "text", "Copier l’image", ""},
+      {"LabLicence", "text",
+       "<a href=\"page\">Polices de codes barres : Tavrollo, licence GNU GPL</a>", ""},
   };
   EXPECT_EQ(window.windowTitle(), QStringLiteral("Ostrelle : Prévisualiser un code barre"));
   for (const auto& row : rows) {
@@ -140,9 +155,6 @@ TEST_F(Barcode, CaptionsAndTipsAreExactToTheCharacter) {
         << row.name;
     EXPECT_EQ(widget(row.name).toolTip(), QString::fromUtf8(row.tip)) << row.name;
   }
-  const QString licence = control<QLabel>(window, "LabLicence").text();
-  EXPECT_TRUE(licence.contains(QStringLiteral("Tavrollo")));
-  EXPECT_TRUE(licence.contains(QStringLiteral("GNU GPL")));
 }
 
 TEST_F(Barcode, OpensWithEan13At36Points) {
@@ -154,6 +166,13 @@ TEST_F(Barcode, OpensWithEan13At36Points) {
   EXPECT_TRUE(box("txtSource").hasFocus());
   type("txtSource", "1234");
   expectResult(u"0AAAAAA*abcdei+");
+}
+
+TEST_F(Barcode, OpensAt36PointsWhateverWasTypedBefore) {
+  box("TxtSize").setText(QStringLiteral("48"));
+  ASSERT_EQ(view().fontSize(), 48);
+  open();
+  EXPECT_EQ(view().fontSize(), 36);
 }
 
 TEST_F(Barcode, IsNoModalWindowAndLiesInTheMiddleOfTheScreen) {
@@ -219,6 +238,63 @@ TEST_F(Barcode, TheAddOnAndTheCheckBoxRecomputeAtOnce) {
   type("TxtAdd", "99");
   choose(5);
   expectResult(ModcodeBarre::Code128(u"123"));
+}
+
+TEST_F(Barcode, TheAddOnAndTheCheckBoxCountForEveryTypeAndStayAsTheyAre) {
+  using Encoded = std::tuple<int, Text, Text, bool>;
+  open();
+  type("txtSource", "1234567");
+  type("TxtAdd", "13");
+  choose(4);
+  click("chkKey25i");
+  for (const int option : {5, 4, 1, 3, 0, 2, 3}) {
+    choose(option);
+    const int codeType = barcodeOptions()[static_cast<std::size_t>(option)].type;
+    EXPECT_EQ(encoded, Encoded(codeType, u"1234567", u"13", true)) << option;
+  }
+  expectResult(u":BCDE*fgha+[B\\N");
+  choose(4);
+  expectResult(ModcodeBarre::Interleaved2of5(u"1234567", true));
+}
+
+TEST_F(Barcode, AnErrorOfTheEncoderIsToldAndLeavesNoResult) {
+  open();
+  type("txtSource", "1234");
+  expectResult(u"0AAAAAA*abcdei+");
+  encoderFails = true;
+  questions.answers = {Answer::Ok};
+  type("TxtAdd", "1");
+  ASSERT_EQ(questions.boxes.size(), 1U);
+  EXPECT_EQ(questions.boxes[0].text, u"Erreur dans fonction CodeBar()\r\nDépassement");
+  EXPECT_EQ(questions.boxes[0].buttons, BoxButtons::Ok);
+  expectResult(u"");
+  EXPECT_TRUE(window.isVisible());
+}
+
+TEST_F(Barcode, ALongTextIsPastedWhole) {
+  open();
+  choose(5);
+  constexpr int kLength = 100'000;
+  QApplication::clipboard()->setText(QString(kLength, QLatin1Char('x')));
+  box("txtSource").setFocus();
+  box("txtSource").paste();
+  EXPECT_EQ(box("txtSource").text().size(), kLength);
+  const Text result = ModcodeBarre::Code128(Text(kLength, u'x'));
+  EXPECT_EQ(result.size(), kLength + 3U);
+  EXPECT_TRUE(shown("txtCBar") == result) << box("txtCBar").text().size();
+  EXPECT_TRUE(view().text() == result) << view().text().size();
+}
+
+TEST_F(Barcode, TheResultHasRoomForTheLongestText) {
+  const int longest = box("txtSource").maxLength();
+  EXPECT_EQ(longest, 1'000'000);
+  EXPECT_EQ(box("TxtAdd").maxLength(), longest);
+  const auto length = static_cast<std::size_t>(longest);
+  for (const std::uint8_t type : {ModcodeBarre::kCode39, ModcodeBarre::kCode128}) {
+    const Text result = ModcodeBarre::CodeBar(type, Text(length, u'A'), u"", false);
+    EXPECT_GT(result.size(), length);
+    EXPECT_LE(result.size(), static_cast<std::size_t>(box("txtCBar").maxLength()));
+  }
 }
 
 TEST_F(Barcode, TheSizeIsThatOfTheLastNumber) {
