@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Writes the first inputs of the fuzzers below fuzz/corpus: small stores made by SQLite itself, a
-settings file, a shortcut table."""
+settings file, a shortcut table, texts for barcodes."""
 import pathlib
 import sqlite3
 import tempfile
@@ -52,6 +52,11 @@ def chromium():
         return path.read_bytes()
 
 
+def save_barcode(name, barcode_type, source, add_on="", with_check=0):
+    save("fuzz_codebar", name, bytes([barcode_type, with_check, len(add_on)])
+         + (add_on + source).encode("utf-16-le"))
+
+
 def main():
     command = (NAME, "ini_|_k_|__e-o-v_", "")
     others = [(f"other{i}", "v" * (20 + 30 * i), "site.example") for i in range(12)]
@@ -75,6 +80,13 @@ def main():
          b"[Profile0]\nIsRelative=1\nPath=used.default-esr\n\n[General]\nVersion=2\n")
     save("fuzz_profiles_ini", "elsewhere", b"\xef\xbb\xbf[Profile0]\r\nIsRelative=0\r\n"
          b"Path=/home/\xe9/p\r\n;x\r\n[Profile1]\r\nPath=../\xc3\xa9\r\n")
+    save_barcode("code39", 1, "AB-12 $%+./")
+    save_barcode("ean13_add_on", 2, "978020137962", "12")
+    save_barcode("ean13_long", 2, "97802013796251999")
+    save_barcode("ean8", 3, "1234", "51999")
+    save_barcode("interleaved", 4, "12345679899", with_check=1)
+    save_barcode("code128_both_sets", 5, "Ab123456\u00c6~1234")
+    save_barcode("code128_accent", 5, "\u00e9t\u00e9")
     values = [b"0", b"/home/a/cookies.sqlite", b"1000", b"/nav/res_css/js/shortQrCode.js", b"567",
               b"600", b"1", b"E:\\"]
     save("fuzz_config", "lines", b";\r\n;\r\n;\r\n" + b"".join(

@@ -3,6 +3,7 @@
 
 #include <functional>
 
+#include "barcode/ModcodeBarre.h"
 #include "platform/Questions.h"
 #include "platform/Shell.h"
 #include "text/LocaleData.h"
@@ -14,4 +15,8 @@ struct BarcodeSurroundings {
   Shell& shell;
   Questions& questions;
   std::function<Text()> fontPage;  // the address of the page about the fonts
+
+  // As ModcodeBarre::CodeBar.
+  std::function<Text(std::uint8_t type, TextView source, TextView addOn, bool withCheck)> encode =
+      ModcodeBarre::CodeBar;
 };

@@ -106,6 +106,6 @@ Failure failures::printingCancelled() { return {32755, u"L'impression a été an
 
 Failure failures::printerRefused() { return {482, u"L'imprimante ne répond pas"}; }
 
-Failure failures::barcodeTooLong() {
-  return {6, u"Le code barre est trop long pour être lisible à cette largeur"};
+Failure failures::barcodeTooLarge() {
+  return {6, u"Le code barre est trop grand pour être lisible à cette taille"};
 }

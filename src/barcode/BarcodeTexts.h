@@ -19,5 +19,5 @@ namespace failures {
 Failure missingFont(TextView family);
 Failure printingCancelled();  // 32755
 Failure printerRefused();     // 482
-Failure barcodeTooLong();     // for the page or the picture
+Failure barcodeTooLarge();    // for the page or the picture
 }  // namespace failures

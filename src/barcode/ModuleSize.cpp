@@ -15,3 +15,9 @@ int moduleThatFits(double width, int modules, int available, int narrowest) {
   const int module = modules > 0 ? std::min(wholeModule(width), available / modules) : 0;
   return module < narrowest ? 0 : module;
 }
+
+int moduleThatCovers(int module, int columns, int rows, double area) {
+  if (columns <= 0 || rows <= 0) return 0;
+  const double largest = std::sqrt(area / columns / rows);
+  return largest < module ? static_cast<int>(largest) : module;
+}

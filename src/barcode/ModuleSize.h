@@ -19,3 +19,7 @@ int wholeModule(double width);
 // As wholeModule, but no more than lets `modules` of them into `available` dots; 0 when they would
 // have to be narrower than `narrowest`.
 int moduleThatFits(double width, int modules, int available, int narrowest = 1);
+
+// The largest module, at most `module`, of which `columns` by `rows` squares cover no more than
+// `area` dots; 0 when none does.
+int moduleThatCovers(int module, int columns, int rows, double area);

@@ -9,7 +9,6 @@
 #include "barcode/BarcodeOptions.h"
 #include "barcode/BarcodeRtf.h"
 #include "barcode/BarcodeTexts.h"
-#include "barcode/ModcodeBarre.h"
 #include "barcode/PictureFile.h"
 #include "barcode/qt/SymbolPainter.h"
 #include "barcode/qt/SymbolPicture.h"
@@ -108,8 +107,8 @@ void frmCodeBarrePrev::OptType_Click(int index) {
 void frmCodeBarrePrev::txtSource_Change() {
   Text result;
   guardedly(u"fonction CodeBar()", [&] {
-    result = ModcodeBarre::CodeBar(type_, fromQt(ui_->txtSource->text()),
-                                   fromQt(ui_->TxtAdd->text()), ui_->chkKey25i->isChecked());
+    result = to_.encode(type_, fromQt(ui_->txtSource->text()), fromQt(ui_->TxtAdd->text()),
+                        ui_->chkKey25i->isChecked());
   });
   ui_->txtCBar->setText(toQt(result));
   ui_->rtbCBar->setText(fromQt(ui_->txtCBar->text()));
@@ -157,13 +156,13 @@ void frmCodeBarrePrev::cmdSaveImage_Click() {
   const QByteArray bytes =
       symbolPicture(symbol(ui_->rtbCBar->text()), ui_->rtbCBar->fontSize(), pictureFormat(*path));
   const auto size = static_cast<std::size_t>(bytes.size());
-  tell(u"cmdSaveImage_Click", bytes.isEmpty() ? failures::barcodeTooLong()
+  tell(u"cmdSaveImage_Click", bytes.isEmpty() ? failures::barcodeTooLarge()
                                               : replaceFile(*path, {bytes.constData(), size}));
 }
 
 void frmCodeBarrePrev::cmdCopyImage_Click() {
   const QImage image = symbolImage(symbol(ui_->rtbCBar->text()), ui_->rtbCBar->fontSize());
-  if (image.isNull()) return tell(u"cmdCopyImage_Click", failures::barcodeTooLong());
+  if (image.isNull()) return tell(u"cmdCopyImage_Click", failures::barcodeTooLarge());
   QGuiApplication::clipboard()->setImage(image);
 }
 

@@ -3,6 +3,7 @@
 
 #include <QBuffer>
 #include <QSvgGenerator>
+#include <algorithm>
 #include <cmath>
 
 #include "barcode/ModuleSize.h"
@@ -11,11 +12,14 @@ namespace {
 
 constexpr double kInchesPerMetre = 1 / 0.0254;
 constexpr int kDotsPerInch = 300;
-constexpr int kWidestPicture = 32767;  // more than that is beyond many programs
+constexpr int kLongestSide = 32767;  // more than that is beyond many programs
+constexpr double kMostDots = 32e6;   // with four bytes to a dot 128 MB, where readers give up
 
 int moduleOfPicture(const SymbolPainter& symbol, int points, int dotsPerInch) {
   if (symbol.isEmpty()) return 0;
-  return moduleThatFits(moduleWidth(points, dotsPerInch), symbol.size().width(), kWidestPicture);
+  const double wanted = moduleWidth(points, dotsPerInch);
+  return std::min(moduleThatFits(wanted, symbol.size().width(), kLongestSide),
+                  moduleThatFits(wanted, symbol.size().height(), kLongestSide));
 }
 
 QByteArray svg(const SymbolPainter& symbol, int points) {
@@ -41,7 +45,8 @@ QByteArray svg(const SymbolPainter& symbol, int points) {
 }  // namespace
 
 QImage symbolImage(const SymbolPainter& symbol, int points) {
-  const int module = moduleOfPicture(symbol, points, kDotsPerInch);
+  const int module = moduleThatCovers(moduleOfPicture(symbol, points, kDotsPerInch),
+                                      symbol.size().width(), symbol.size().height(), kMostDots);
   if (module == 0) return {};
   QImage image(symbol.size() * module, QImage::Format_Grayscale8);
   if (image.isNull()) return {};

@@ -8,7 +8,7 @@
 #include "barcode/qt/SymbolPainter.h"
 
 // A symbol as a picture, black on white, of a font size in points: at 300 dots to the inch, as near
-// to it as whole dots allow.
+// to it as whole dots and the limits of other programs allow.
 
 // Null when the symbol is empty or too long for a picture.
 QImage symbolImage(const SymbolPainter& symbol, int points);

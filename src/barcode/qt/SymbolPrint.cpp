@@ -3,6 +3,7 @@
 
 #include <QPrintDialog>
 #include <QPrinter>
+#include <algorithm>
 #include <cmath>
 
 #include "barcode/BarcodeTexts.h"
@@ -32,16 +33,19 @@ bool choosePrinter(QPrinter& printer, bool hasSelection) {
 
 Failure printSymbol(QPrinter& printer, const SymbolPainter& symbol, int points) {
   const int narrowest = static_cast<int>(std::ceil(kNarrowestModuleInches * printer.resolution()));
+  const int line =
+      static_cast<int>(std::lround(kEmptyLinePoints / kPointsPerInch * printer.resolution()));
   const double wanted = moduleWidth(points, printer.resolution());
-  const int module = moduleThatFits(wanted, symbol.size().width(), printer.width(),
-                                    std::min(narrowest, wholeModule(wanted)));
-  if (module == 0) return failures::barcodeTooLong();
+  const auto fitting = [&](int modules, int dots) {
+    return moduleThatFits(wanted, modules, dots, std::min(narrowest, wholeModule(wanted)));
+  };
+  const int module = std::min(fitting(symbol.size().width(), printer.width()),
+                              fitting(symbol.size().height(), printer.height() - line));
+  if (module == 0) return failures::barcodeTooLarge();
   printer.setDocName(QStringLiteral("Tavrollo : code barre"));
   QPainter painter;
   if (!painter.begin(&printer)) return failures::printerRefused();
   const DotCoordinates dots(painter);
-  const int line =
-      static_cast<int>(std::lround(kEmptyLinePoints / kPointsPerInch * printer.resolution()));
   symbol.paint(painter, {0, line}, module);
   return {};
 }

@@ -13,6 +13,6 @@ void preparePrintDialog(QPrintDialog& dialog, bool hasSelection);
 // The print dialog. False when the user cancels it.
 bool choosePrinter(QPrinter& printer, bool hasSelection);
 
-// Prints one page: an empty line, and `symbol` at a font size of `points`, or as large as the page
-// is wide. Nothing is printed when it fails.
+// Prints one page: an empty line, and below it `symbol` at a font size of `points`, or as large as
+// the page has room for it whole. Nothing is printed when it fails.
 Failure printSymbol(QPrinter& printer, const SymbolPainter& symbol, int points);

@@ -119,7 +119,9 @@ void SymbolView::contextMenuEvent(QContextMenuEvent* event) {
 // --- Showing ------------------------------------------------------------------------------------
 
 int SymbolView::module(double scale) const {
-  return wholeModule(moduleWidth(points_, logicalDpiX() * scale));
+  constexpr int kMostDots = 1'000'000'000;  // wider than that is no int any more
+  return std::max(1, moduleThatFits(moduleWidth(points_, logicalDpiX() * scale),
+                                    symbol_->size().width(), kMostDots));
 }
 
 // A symbol that has room lies in the middle, a larger one where it was scrolled to.
@@ -140,6 +142,7 @@ std::size_t SymbolView::positionAt(QPointF place) const {
 
 void SymbolView::updateScrollBars() {
   const double scale = viewport()->devicePixelRatioF();
+  scaleOfScrollBars_ = scale;
   const QSize size = symbol_->isEmpty() ? QSize() : symbol_->size() * module(scale);
   const auto setUp = [scale](QScrollBar& bar, int dots, int room) {
     constexpr int kStep = 20;
@@ -158,6 +161,11 @@ void SymbolView::resizeEvent(QResizeEvent* event) {
 }
 
 void SymbolView::paintEvent(QPaintEvent*) {
+  // A window that moved to another screen is painted anew, but not always resized. A scroll bar
+  // that comes or goes resizes the viewport: not while that is painted.
+  if (viewport()->devicePixelRatioF() != scaleOfScrollBars_) {
+    QMetaObject::invokeMethod(this, &SymbolView::updateScrollBars, Qt::QueuedConnection);
+  }
   QPainter painter(viewport());
   painter.fillRect(viewport()->rect(), Qt::white);  // also on a dark desktop: bars need it
   if (font_->isThere()) return paintSymbol(painter);

@@ -56,4 +56,5 @@ class SymbolView : public QAbstractScrollArea {
   std::unique_ptr<SymbolPainter> symbol_;
   std::size_t anchor_ = 0;  // where the selection began
   std::size_t end_ = 0;     // where it was drawn to
+  double scaleOfScrollBars_ = 1;
 };

@@ -14,6 +14,8 @@
 #include <QScrollBar>
 #include <QSvgRenderer>
 #include <QTimer>
+#include <cmath>
+#include <tuple>
 
 #include "barcode/BarcodeOptions.h"
 #include "barcode/BarcodeRtf.h"
@@ -63,23 +65,42 @@ class Barcode : public testing::Test {
   RecordingShell shell{journal};
   ScriptedQuestions questions{journal};
 
+  // What was encoded last, with which add-on and check box.
+  std::tuple<int, Text, Text, bool> encoded;
+  bool encoderFails = false;
+
   // What the print dialog was given, and what it does.
   std::vector<bool> selectionsOffered;
   bool printsSelection = false;
   bool cancelsPrinting = false;
+  QSizeF paper;  // in millimetres; the printer's own when there is none
+  QMarginsF margins{1.5, 1.5, 1.5, 1.5};
+  QRectF printable;  // in points
 
-  frmCodeBarrePrev window{{.programFolder = programFolder,
-                           .locale = locale,
-                           .shell = shell,
-                           .questions = questions,
-                           .fontPage = [] { return Text(u"/nav/aide.html"); }},
-                          [this](QPrinter& printer, bool hasSelection) {
-                            selectionsOffered.push_back(hasSelection);
-                            printer.setOutputFormat(QPrinter::PdfFormat);
-                            printer.setOutputFileName(toQt(scratch.text("page.pdf")));
-                            if (printsSelection) printer.setPrintRange(QPrinter::Selection);
-                            return !cancelsPrinting;
-                          }};
+  frmCodeBarrePrev window{
+      {.programFolder = programFolder,
+       .locale = locale,
+       .shell = shell,
+       .questions = questions,
+       .fontPage = [] { return Text(u"/nav/aide.html"); },
+       .encode =
+           [this](std::uint8_t type, TextView source, TextView addOn, bool withCheck) {
+             encoded = {type, Text(source), Text(addOn), withCheck};
+             if (encoderFails) throw std::overflow_error("Dépassement");
+             return ModcodeBarre::CodeBar(type, source, addOn, withCheck);
+           }},
+      [this](QPrinter& printer, bool hasSelection) {
+        selectionsOffered.push_back(hasSelection);
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(toQt(scratch.text("page.pdf")));
+        if (printsSelection) printer.setPrintRange(QPrinter::Selection);
+        if (paper.isValid()) {
+          printer.setPageSize(QPageSize(paper, QPageSize::Millimeter));
+          printer.setPageMargins(margins, QPageLayout::Millimeter);
+        }
+        printable = printer.pageLayout().paintRect(QPageLayout::Point);
+        return !cancelsPrinting;
+      }};
 };
 
 }  // namespace
@@ -123,6 +144,10 @@ TEST_F(Barcode, CaptionsAndTipsAreExactToTheCharacter) {
       {"rtbCBar", "accessibleName", "Code barre", symbol},
       {"cmdPrint", "text", "Imprimer le code barre", ""},
       {"cmdExport", "text", "Exporter le code barre", ""},
+      {"cmdSaveImage", "text", "Enregistrer l’image", ""},
+      {"cmdCopyImage", "text", "Copier l’image", ""},
+      {"LabLicence", "text",
+       "<a href=\"page\">Polices de codes barres : Tavrollo, licence GNU GPL</a>", ""},
   };
   EXPECT_EQ(window.windowTitle(), QStringLiteral("Ostrelle : Prévisualiser un code barre"));
   for (const auto& row : rows) {
@@ -130,9 +155,6 @@ TEST_F(Barcode, CaptionsAndTipsAreExactToTheCharacter) {
         << row.name;
     EXPECT_EQ(widget(row.name).toolTip(), QString::fromUtf8(row.tip)) << row.name;
   }
-  const QString licence = control<QLabel>(window, "LabLicence").text();
-  EXPECT_TRUE(licence.contains(QStringLiteral("Tavrollo")));
-  EXPECT_TRUE(licence.contains(QStringLiteral("GNU GPL")));
 }
 
 TEST_F(Barcode, OpensWithEan13At36Points) {
@@ -144,6 +166,13 @@ TEST_F(Barcode, OpensWithEan13At36Points) {
   EXPECT_TRUE(box("txtSource").hasFocus());
   type("txtSource", "1234");
   expectResult(u"0AAAAAA*abcdei+");
+}
+
+TEST_F(Barcode, OpensAt36PointsWhateverWasTypedBefore) {
+  box("TxtSize").setText(QStringLiteral("48"));
+  ASSERT_EQ(view().fontSize(), 48);
+  open();
+  EXPECT_EQ(view().fontSize(), 36);
 }
 
 TEST_F(Barcode, IsNoModalWindowAndLiesInTheMiddleOfTheScreen) {
@@ -209,6 +238,63 @@ TEST_F(Barcode, TheAddOnAndTheCheckBoxRecomputeAtOnce) {
   type("TxtAdd", "99");
   choose(5);
   expectResult(ModcodeBarre::Code128(u"123"));
+}
+
+TEST_F(Barcode, TheAddOnAndTheCheckBoxCountForEveryTypeAndStayAsTheyAre) {
+  using Encoded = std::tuple<int, Text, Text, bool>;
+  open();
+  type("txtSource", "1234567");
+  type("TxtAdd", "13");
+  choose(4);
+  click("chkKey25i");
+  for (const int option : {5, 4, 1, 3, 0, 2, 3}) {
+    choose(option);
+    const int codeType = barcodeOptions()[static_cast<std::size_t>(option)].type;
+    EXPECT_EQ(encoded, Encoded(codeType, u"1234567", u"13", true)) << option;
+  }
+  expectResult(u":BCDE*fgha+[B\\N");
+  choose(4);
+  expectResult(ModcodeBarre::Interleaved2of5(u"1234567", true));
+}
+
+TEST_F(Barcode, AnErrorOfTheEncoderIsToldAndLeavesNoResult) {
+  open();
+  type("txtSource", "1234");
+  expectResult(u"0AAAAAA*abcdei+");
+  encoderFails = true;
+  questions.answers = {Answer::Ok};
+  type("TxtAdd", "1");
+  ASSERT_EQ(questions.boxes.size(), 1U);
+  EXPECT_EQ(questions.boxes[0].text, u"Erreur dans fonction CodeBar()\r\nDépassement");
+  EXPECT_EQ(questions.boxes[0].buttons, BoxButtons::Ok);
+  expectResult(u"");
+  EXPECT_TRUE(window.isVisible());
+}
+
+TEST_F(Barcode, ALongTextIsPastedWhole) {
+  open();
+  choose(5);
+  constexpr int kLength = 100'000;
+  QApplication::clipboard()->setText(QString(kLength, QLatin1Char('x')));
+  box("txtSource").setFocus();
+  box("txtSource").paste();
+  EXPECT_EQ(box("txtSource").text().size(), kLength);
+  const Text result = ModcodeBarre::Code128(Text(kLength, u'x'));
+  EXPECT_EQ(result.size(), kLength + 3U);
+  EXPECT_TRUE(shown("txtCBar") == result) << box("txtCBar").text().size();
+  EXPECT_TRUE(view().text() == result) << view().text().size();
+}
+
+TEST_F(Barcode, TheResultHasRoomForTheLongestText) {
+  const int longest = box("txtSource").maxLength();
+  EXPECT_EQ(longest, 1'000'000);
+  EXPECT_EQ(box("TxtAdd").maxLength(), longest);
+  const auto length = static_cast<std::size_t>(longest);
+  for (const std::uint8_t type : {ModcodeBarre::kCode39, ModcodeBarre::kCode128}) {
+    const Text result = ModcodeBarre::CodeBar(type, Text(length, u'A'), u"", false);
+    EXPECT_GT(result.size(), length);
+    EXPECT_LE(result.size(), static_cast<std::size_t>(box("txtCBar").maxLength()));
+  }
 }
 
 TEST_F(Barcode, TheSizeIsThatOfTheLastNumber) {
@@ -468,6 +554,68 @@ TEST_F(BarcodeSymbols, AWideSymbolIsScrolledAndShowsItsEnds) {
   EXPECT_EQ(end.pixel(end.width() - 1, 40), qRgb(255, 255, 255));
 }
 
+namespace {
+
+int inkOf(const QImage& image) {
+  int dark = 0;
+  for (int x = 0; x < image.width(); ++x) {
+    dark += image.pixel(x, image.height() / 2) == qRgb(0, 0, 0) ? 1 : 0;
+  }
+  return dark;
+}
+
+// A viewport whose screen can be changed for a finer one.
+class MovingViewport : public QWidget {
+ public:
+  double dotsPerPixel = 1;
+
+ protected:
+  int metric(PaintDeviceMetric metric) const override {
+    if (metric == PdmDevicePixelRatioScaled) {
+      return static_cast<int>(std::lround(dotsPerPixel * devicePixelRatioFScale()));
+    }
+    return QWidget::metric(metric);
+  }
+};
+
+}  // namespace
+
+TEST_F(BarcodeSymbols, AFinerScreenHasTheScrollBarsOfItsModules) {
+  open();
+  choose(0);
+  box("TxtSize").setText(QStringLiteral("30"));  // 1.67 dots are 2; of a screen of 1.75, 2.92 are 3
+  auto* viewport = new MovingViewport;           // the view's from now on
+  view().setViewport(viewport);
+  box("txtSource").setText(QString(200, QLatin1Char('A')));
+  const QScrollBar& bar = *view().horizontalScrollBar();
+  const int modules = 202 * 16 + 20;
+  ASSERT_EQ(bar.maximum(), modules * 2 - viewport->width());
+  ASSERT_TRUE(waitUntil([&] { return bar.isVisible(); }));
+  QApplication::processEvents();
+  const QSize before = viewport->size();
+  viewport->dotsPerPixel = 1.75;
+  viewport->update();
+  const int width = static_cast<int>(std::ceil(modules * 3 / 1.75));
+  EXPECT_TRUE(waitUntil([&] { return bar.maximum() == width - viewport->width(); }))
+      << bar.maximum();
+  EXPECT_EQ(viewport->size(), before);
+}
+
+TEST_F(BarcodeSymbols, AVeryLargeSymbolIsShownUpToItsEnd) {
+  open();
+  choose(5);
+  view().setText(Text(1'000'000, u'8'));
+  view().setFontSize(2160);
+  QScrollBar& bar = *view().horizontalScrollBar();
+  const int modules = SymbolPainter(view().barFont(), view().text()).size().width();
+  EXPECT_EQ(bar.maximum(), modules * 90 - view().viewport()->width());
+  view().verticalScrollBar()->setValue(10 * 90);
+  bar.setValue(bar.maximum());
+  EXPECT_EQ(inkOf(seen(1)), 0) << "the quiet zone";
+  bar.setValue(bar.maximum() - kQuietZone * 90);
+  EXPECT_GT(inkOf(seen(1)), 0) << "the last character";
+}
+
 TEST_F(BarcodeSymbols, AVeryLongTextIsShownWhole) {
   open();
   choose(0);
@@ -560,11 +708,35 @@ TEST_F(BarcodeSymbols, APictureThatCannotBeWrittenOrMadeIsTold) {
   EXPECT_TRUE(questions.boxes[0].text.starts_with(u"Erreur dans cmdSaveImage_Click\r\n"));
 
   box("txtSource").setText(QString(3000, QLatin1Char('A')));
-  const Text tooLong = failures::barcodeTooLong().description;
+  const Text tooLong = failures::barcodeTooLarge().description;
   click("cmdSaveImage");
   EXPECT_EQ(questions.boxes.back(), errorBox(u"cmdSaveImage_Click", tooLong));
   click("cmdCopyImage");
   EXPECT_EQ(questions.boxes.back(), errorBox(u"cmdCopyImage_Click", tooLong));
+}
+
+TEST_F(BarcodeSymbols, APictureHasNoMoreDotsThanOtherProgramsRead) {
+  open();
+  type("txtSource", "x");
+  type("TxtAdd", "12");
+  expectResult(u"[B\\C");
+  box("TxtSize").setText(QStringLiteral("2160"));
+  questions.newFiles = {scratch.text("a.svg")};
+  click("cmdSaveImage");
+  QSvgRenderer svg(toQt(scratch.text("a.svg")));
+  ASSERT_TRUE(svg.isValid());
+  const QSize symbol = SymbolPainter(view().barFont(), view().text()).size();
+  ASSERT_GT(symbol.height(), symbol.width());
+  EXPECT_EQ(svg.viewBox().size(), symbol * (32767 / symbol.height()));
+
+  box("TxtSize").setText(QStringLiteral("1080"));
+  click("cmdCopyImage");
+  const QSize copied = QApplication::clipboard()->image().size();
+  const int module = copied.height() / symbol.height();
+  const auto area = [&](int dots) { return symbol.width() * symbol.height() * dots * dots; };
+  EXPECT_EQ(copied, symbol * module);
+  EXPECT_LE(area(module), 32'000'000);
+  EXPECT_GT(area(module + 1), 32'000'000);
 }
 
 TEST_F(BarcodeSymbols, ThePictureIsCopied) {
@@ -615,6 +787,95 @@ TEST_F(BarcodeSymbols, OnlyTheSelectionIsPrintedWhenItIsAskedFor) {
   EXPECT_EQ(bars(), 2 * 5);
 }
 
+namespace {
+
+// The printed page, seen at a dot to each quarter of a point.
+class BarcodePrint : public BarcodeSymbols {
+ protected:
+  static constexpr int kDots = 4;  // to a point
+
+  // The place of all ink, in points from the upper left corner of the page.
+  QRectF ink() {
+    click("cmdPrint");
+    const QString pdf = toQt(scratch.text("page.pdf"));
+    EXPECT_EQ(QProcess::execute(QStringLiteral("pdftoppm"),
+                                {QStringLiteral("-gray"), QStringLiteral("-r"),
+                                 QString::number(72 * kDots), pdf, toQt(scratch.text("sheet"))}),
+              0);
+    EXPECT_EQ(scratch.entries(), 2U) << "one file for each page, and the document";
+    const QImage page(toQt(scratch.text("sheet-1.pgm")));
+    QRect dark;
+    for (int y = 0; y < page.height(); ++y) {
+      for (int x = 0; x < page.width(); ++x) {
+        if (qGray(page.pixel(x, y)) < 128) dark |= QRect(x, y, 1, 1);
+      }
+    }
+    return {QPointF(dark.topLeft()) / kDots, QSizeF(dark.size()) / kDots};
+  }
+
+  // The same of the symbol alone, in modules from its own corner.
+  QRectF inkOfSymbol() {
+    const BarFont& font = view().barFont();
+    QRectF all;
+    int x = kQuietZone;
+    for (const char16_t character : view().text()) {
+      const BarFont::Glyph& glyph = font.glyph(character);
+      for (const QRect& bar : glyph.bars) all |= QRectF(bar).translated(x, font.ascent());
+      if (!glyph.label.isEmpty()) {
+        all |= glyph.label.boundingRect().translated(x, font.ascent());
+      }
+      x += glyph.advance;
+    }
+    return all;
+  }
+
+  // Fails unless the symbol stands on the page with modules of `module` points.
+  void expectPrinted(double module) {
+    const QRectF printed = ink();
+    const QRectF wanted = inkOfSymbol();
+    const double tolerance = 1.5 / kDots;
+    EXPECT_NEAR(printed.left(), printable.left() + wanted.left() * module, tolerance);
+    EXPECT_NEAR(printed.top(), printable.top() + 12 + wanted.top() * module, tolerance);
+    EXPECT_NEAR(printed.width(), wanted.width() * module, tolerance);
+    EXPECT_NEAR(printed.height(), wanted.height() * module, tolerance);
+    EXPECT_TRUE(printable.contains(printed));
+  }
+};
+
+}  // namespace
+
+TEST_F(BarcodePrint, OnePageHasAnEmptyLineAndBelowItTheSymbolInItsSize) {
+  open();
+  choose(0);
+  type("txtSource", "TAVROLLO");
+  expectPrinted(1.5);
+  type("TxtSize", "24");
+  expectPrinted(17.0 / 1200 * 72);  // whole dots of 1200 to the inch
+}
+
+TEST_F(BarcodePrint, WhatIsTooHighOrTooWideForThePageGetsSmaller) {
+  open();
+  type("txtSource", "12");
+  paper = {62, 29};
+  // 26 mm and less the empty line are 1028 dots, of which each of 50 modules has 20.
+  expectPrinted(20.0 / 1200 * 72);
+  paper = {40, 90};
+  // 37 mm are 1748 dots, of which each of the symbol's modules has its part.
+  const int modules = SymbolPainter(view().barFont(), view().text()).size().width();
+  expectPrinted(1748 / modules / 1200.0 * 72);  // NOLINT(bugprone-integer-division)
+}
+
+TEST_F(BarcodePrint, NothingIsPrintedOnPaperThatIsTooLow) {
+  open();
+  type("txtSource", "12");
+  paper = {62, 13};
+  questions.answers = {Answer::Ok};
+  click("cmdPrint");
+  EXPECT_EQ(questions.boxes,
+            std::vector<Box>({errorBox(u"cmdPrint", failures::barcodeTooLarge().description)}));
+  EXPECT_EQ(scratch.entries(), 0U);
+}
+
 TEST_F(BarcodeSymbols, ACancelledPrintIsTold) {
   open();
   cancelsPrinting = true;
@@ -632,7 +893,7 @@ TEST_F(BarcodeSymbols, WhatThePageCannotHoldIsNotPrinted) {
   questions.answers = {Answer::Ok, Answer::Ok};
   box("txtSource").setText(QString(1000, QLatin1Char('A')));
   click("cmdPrint");
-  EXPECT_EQ(questions.boxes.back(), errorBox(u"cmdPrint", failures::barcodeTooLong().description));
+  EXPECT_EQ(questions.boxes.back(), errorBox(u"cmdPrint", failures::barcodeTooLarge().description));
   EXPECT_EQ(scratch.entries(), 0U);
 
   scratch.makeFolders("page.pdf");

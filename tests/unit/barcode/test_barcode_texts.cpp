@@ -42,7 +42,7 @@ TEST(BarcodeFailures, NameWhatIsMissing) {
             (Failure{53, u"La police \"Code 128\" manque dans cette version de Tavrollo"}));
   EXPECT_EQ(missingFontText(u"Code 128"), failures::missingFont(u"Code 128").description);
   for (const Failure& failure :
-       {failures::printingCancelled(), failures::printerRefused(), failures::barcodeTooLong()}) {
+       {failures::printingCancelled(), failures::printerRefused(), failures::barcodeTooLarge()}) {
     EXPECT_TRUE(failure);
     EXPECT_FALSE(failure.description.empty());
   }

@@ -28,4 +28,15 @@ TEST(ModuleSize, AWideSymbolGetsSmallerUntilItFits) {
   EXPECT_EQ(moduleThatFits(25, 100, 799, 8), 0);
   EXPECT_EQ(moduleThatFits(0.2, 100, 200), 1);
   EXPECT_EQ(moduleThatFits(25, 0, 100), 0);
+  EXPECT_EQ(moduleThatFits(25, 50, -1), 0) << "no room at all";
+}
+
+TEST(ModuleSize, ALargePictureGetsSmallerUntilItsAreaIsAllowed) {
+  EXPECT_EQ(moduleThatCovers(9, 40, 50, 200'000), 9);
+  EXPECT_EQ(moduleThatCovers(10, 40, 50, 200'000), 10);
+  EXPECT_EQ(moduleThatCovers(11, 40, 50, 200'000), 10);
+  EXPECT_EQ(moduleThatCovers(10, 40, 50, 199'999), 9);
+  EXPECT_EQ(moduleThatCovers(10, 40, 50, 1'999), 0);
+  EXPECT_EQ(moduleThatCovers(375, 1'000'000, 50, 1e9), 4) << "the product is beyond an int";
+  EXPECT_EQ(moduleThatCovers(10, 0, 50, 100), 0);
 }
