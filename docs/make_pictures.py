@@ -287,13 +287,17 @@ class Pictures:
         self.xdotool("key", "Escape")
 
     def test_window(self):
-        """The window alone, a text encoded and decoded, a cell shown."""
+        """The window alone, a text encoded, what came out decoded again, a cell shown."""
         companion, desktop = self.stage.companion, self.stage.desktop
         window = desktop.start(os.path.abspath(companion.program), "--program-folder",
                                companion.folder, "--test-window", name="test-window")
         self.wait_for_window("Tavrollo : Test")
-        self.xdotool("type", "déjà")
-        for key in ("Tab", "space", "Tab", "Tab", "space", "Tab", "Tab", "Down", "Right", "Return"):
+        self.xdotool("type", "élève")
+        encode_and_copy = ("Tab", "space", "Tab", "ctrl+a", "ctrl+c")
+        paste_as_the_text = ("shift+Tab", "shift+Tab", "ctrl+a", "ctrl+v")
+        decode = ("Tab", "Tab", "Tab", "space")
+        show_a_cell = ("Tab", "Tab", "Down", "Right", "Return")
+        for key in encode_and_copy + paste_as_the_text + decode + show_a_cell:
             self.xdotool("key", key)
         self.centre("test-window")
         desktop.end(window)

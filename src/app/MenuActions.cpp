@@ -93,7 +93,7 @@ void MenuActions::MenuMAJ_Click() {
 void MenuActions::menuContact_Click() { to_.questions.ask(contactBox()); }
 
 void MenuActions::showCookieInformation() {
-  start(u"showCookieInformation",
+  start(u"cmdInfos_Click",
         u"notepad " + to_.companion.programFolder + nativePath(u"\\infos_qrCode_cookies.txt"));
 }
 

@@ -8,13 +8,6 @@
 
 namespace {
 
-std::string_view trimmed(std::string_view line) {
-  constexpr std::string_view kBlanks = " \t\r";
-  const std::size_t first = line.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
-  return line.substr(first, line.find_last_not_of(kBlanks) - first + 1);
-}
-
 bool isLocal(std::string_view host) {
   return host.empty() || host == "localhost" || host == "127.0.0.1" || host == "[::1]";
 }
@@ -25,7 +18,7 @@ AllowedHosts::AllowedHosts(std::string_view listFile) {
   constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
   if (listFile.starts_with(kByteOrderMark)) listFile.remove_prefix(kByteOrderMark.size());
   for (const std::string_view line : splitLines(listFile)) {
-    const std::string_view host = trimmed(line);
+    const std::string_view host = trimLine(line);
     if (!host.empty() && !host.starts_with('#')) listed_.insert(toLowerAscii(host));
   }
 }

@@ -9,6 +9,5 @@ namespace addresses {
 
 inline constexpr TextView kAuthorMail = u"tavrollo@example.org";
 inline constexpr TextView kUpdatePage = u"https://example.org/tavrollo/mise-a-jour.html";
-inline constexpr TextView kFontPage = u"https://example.org/tavrollo/polices.html";
 
 }  // namespace addresses

@@ -25,18 +25,11 @@ struct Section {
   bool isRelative = true;
 };
 
-std::string_view trimmed(std::string_view bytes) {
-  constexpr std::string_view kBlanks = " \t\r";
-  const std::size_t first = bytes.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
-  return bytes.substr(first, bytes.find_last_not_of(kBlanks) - first + 1);
-}
-
 void takeKey(Section& section, std::string_view line) {
   const std::size_t equal = line.find('=');
   if (equal == std::string_view::npos) return;
-  const std::string key = toLowerAscii(trimmed(line.substr(0, equal)));
-  const std::string_view value = trimmed(line.substr(equal + 1));
+  const std::string key = toLowerAscii(trimLine(line.substr(0, equal)));
+  const std::string_view value = trimLine(line.substr(equal + 1));
   if (key == "path") section.path = value;
   if (key == "default") section.defaultValue = value;
   if (key == "isrelative") section.isRelative = value != "0";
@@ -47,10 +40,10 @@ std::vector<Section> readSections(std::string_view bytes) {
   if (bytes.starts_with(kByteOrderMark)) bytes.remove_prefix(kByteOrderMark.size());
   std::vector<Section> sections;
   for (const std::string_view whole : splitLines(bytes)) {
-    const std::string_view line = trimmed(whole);
+    const std::string_view line = trimLine(whole);
     if (line.starts_with('[')) {
       const std::string_view name = line.substr(1, line.find(']') - 1);
-      sections.push_back({.name = toLowerAscii(trimmed(name))});
+      sections.push_back({.name = toLowerAscii(trimLine(name))});
     } else if (!sections.empty() && !line.starts_with(';') && !line.starts_with('#')) {
       takeKey(sections.back(), line);
     }

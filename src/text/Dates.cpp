@@ -2,9 +2,9 @@
 #include "text/Dates.h"
 
 #include <chrono>
-#include <string>
 
 #include "text/Split.h"
+#include "text/Utf.h"
 
 namespace {
 
@@ -36,32 +36,32 @@ struct Parts {
 };
 
 // Takes what the letter stands for. False when that is not there, or when the letter is unknown.
-bool take(char letter, TextView& text, Parts& parts) {
-  const bool isYear = letter == 'Y' || letter == 'y';
+bool take(char16_t letter, TextView& text, Parts& parts) {
+  const bool isYear = letter == u'Y' || letter == u'y';
   const std::size_t before = text.size();
   const std::optional<int> number = takeNumber(text, isYear ? 4 : 2);
   if (!number) return false;
   const std::size_t digits = before - text.size();
   switch (letter) {
-    case 'd':
-    case 'e': parts.day = *number; return true;
-    case 'm': parts.month = *number; return true;
-    case 'Y':
-    case 'y': parts.year = yearOf(*number, digits == 2); return digits == 2 || digits == 4;
+    case u'd':
+    case u'e': parts.day = *number; return true;
+    case u'm': parts.month = *number; return true;
+    case u'Y':
+    case u'y': parts.year = yearOf(*number, digits == 2); return digits == 2 || digits == 4;
     default: return false;
   }
 }
 
 // The letters that stand for several others, written out.
-std::string plain(std::string_view format) {
-  std::string text;
+Text plain(TextView format) {
+  Text text;
   for (std::size_t i = 0; i < format.size(); ++i) {
-    const std::string_view two = format.substr(i, 2);
-    if (two == "%D" || two == "%F") {
-      text += two == "%D" ? "%m/%d/%y" : "%Y-%m-%d";
+    const TextView two = format.substr(i, 2);
+    if (two == u"%D" || two == u"%F") {
+      text += two == u"%D" ? u"%m/%d/%y" : u"%Y-%m-%d";
       ++i;
-    } else if (two == "%-") {  // a number without its leading zero
-      text += '%';
+    } else if (two == u"%-") {  // a number without its leading zero
+      text += u'%';
       ++i;
     } else {
       text += format[i];
@@ -73,15 +73,15 @@ std::string plain(std::string_view format) {
 }  // namespace
 
 std::optional<std::int64_t> dayNumber(TextView text, std::string_view format) {
-  const std::string letters = plain(format);
+  const Text letters = plain(fromUtf8(format));
   TextView rest = trim(text);
   Parts parts;
   for (std::size_t i = 0; i < letters.size(); ++i) {
-    if (letters[i] == '%' && i + 1 < letters.size()) {
+    if (letters[i] == u'%' && i + 1 < letters.size()) {
       if (!take(letters[++i], rest, parts)) return std::nullopt;
       continue;
     }
-    if (rest.empty() || rest.front() != static_cast<unsigned char>(letters[i])) return std::nullopt;
+    if (rest.empty() || rest.front() != letters[i]) return std::nullopt;
     rest.remove_prefix(1);
   }
   const std::chrono::year_month_day date{std::chrono::year(parts.year),

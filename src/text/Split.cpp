@@ -17,6 +17,13 @@ std::vector<Piece> splitAt(View text, View separator) {
   return pieces;
 }
 
+template <class View>
+View trimmed(View text, View unwanted) {
+  const std::size_t first = text.find_first_not_of(unwanted);
+  if (first == View::npos) return {};
+  return text.substr(first, text.find_last_not_of(unwanted) - first + 1);
+}
+
 }  // namespace
 
 std::vector<Text> split(TextView text, TextView separator) {
@@ -32,10 +39,12 @@ Text replaceAll(Text text, char16_t from, char16_t to) {
   return text;
 }
 
-TextView trim(TextView text) {
-  const std::size_t first = text.find_first_not_of(u' ');
-  if (first == TextView::npos) return {};
-  return text.substr(first, text.find_last_not_of(u' ') - first + 1);
+TextView trim(TextView text) { return trimmed<TextView>(text, u" "); }
+
+TextView trimLine(TextView line) { return trimmed<TextView>(line, u" \t\r"); }
+
+std::string_view trimLine(std::string_view line) {
+  return trimmed<std::string_view>(line, " \t\r");
 }
 
 std::vector<std::string_view> splitLines(std::string_view bytes) {

@@ -17,6 +17,11 @@ Text replaceAll(Text text, char16_t from, char16_t to);
 // Without the blanks (U+0020) at both ends.
 TextView trim(TextView text);
 
+// Without the blanks, tabs and carriage returns at both ends: a line, or a part of one, of a file
+// that people write by hand.
+TextView trimLine(TextView line);
+std::string_view trimLine(std::string_view line);
+
 // The lines of `bytes`, ended by LF or CR LF. The last one may lack its end.
 std::vector<std::string_view> splitLines(std::string_view bytes);
 

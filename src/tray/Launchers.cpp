@@ -9,17 +9,10 @@
 
 namespace {
 
-TextView trimmed(TextView text) {
-  constexpr TextView kBlanks = u" \t";
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == TextView::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
-
 // The key of a command or of an entry, as both are written: "cmd.exe" is "cmd".
 Text keyOf(TextView command) {
   constexpr TextView kExecutableEnd = u".exe";
-  Text key = toLower(trimmed(command));
+  Text key = toLower(trimLine(command));
   if (key.ends_with(kExecutableEnd)) key.resize(key.size() - kExecutableEnd.size());
   return key;
 }
@@ -36,10 +29,10 @@ std::map<Text, Text> parseLaunchers(std::string_view bytes) {
   std::map<Text, Text> launchers;
   for (const std::string_view bytesOfLine : splitLines(bytes)) {
     const Text line = fromStoredText(bytesOfLine);
-    const TextView text = trimmed(line);
+    const TextView text = trimLine(line);
     const std::size_t equals = text.find(u'=');
     if (text.starts_with(u'#') || text.starts_with(u';') || equals == TextView::npos) continue;
-    launchers[keyOf(text.substr(0, equals))] = trimmed(text.substr(equals + 1));
+    launchers[keyOf(text.substr(0, equals))] = trimLine(text.substr(equals + 1));
   }
   std::erase_if(launchers, [](const auto& entry) { return entry.second.empty(); });
   return launchers;

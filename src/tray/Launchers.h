@@ -13,14 +13,7 @@
 // What a command is called in lanceurs.cfg: the first word of its command line, without ".exe".
 namespace launchers {
 
-inline constexpr TextView kEditor = u"notepad";
-inline constexpr TextView kWriter = u"write";
-inline constexpr TextView kCharacterTable = u"charmap";
-inline constexpr TextView kControlPanel = u"control";
-inline constexpr TextView kTerminal = u"cmd";
 inline constexpr TextView kSystemVersion = u"winver";
-inline constexpr TextView kRegistry = u"regedit";
-inline constexpr TextView kFileManager = u"explorer";
 inline constexpr TextView kSpreadsheet = u"excel";   // given the template
 inline constexpr TextView kWordProcessor = u"word";  // given the template
 

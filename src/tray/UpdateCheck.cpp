@@ -12,6 +12,7 @@
 #include "text/Numbers.h"
 #include "text/Paths.h"
 #include "text/Split.h"
+#include "text/StoredText.h"
 
 namespace {
 
@@ -33,7 +34,7 @@ Failure readLastCheck(const Text& path, Text& last) {
   if (Failure failure = readFile(path, bytes)) return failure;
   const auto lines = splitLines(bytes);
   if (lines.empty()) return failures::pastEndOfFile();
-  last = fromAnsi(lines.front());
+  last = fromStoredText(lines.front());
   return {};
 }
 
@@ -47,12 +48,10 @@ Failure daysSince(const Text& last, std::time_t now, const LocaleData& locale, s
   return {};
 }
 
-// True in `due` when the interval has passed.
-Failure isDue(std::time_t now, const UpdateSurroundings& to, bool& due) {
-  Text last;
+// True in `due` when the interval has passed since `last`.
+Failure isDue(const Text& last, std::time_t now, const LocaleData& locale, bool& due) {
   std::int64_t days = 0;
-  if (Failure failure = readLastCheck(lastCheckPath(to.programFolder), last)) return failure;
-  if (Failure failure = daysSince(last, now, to.locale, days)) return failure;
+  if (Failure failure = daysSince(last, now, locale, days)) return failure;
   due = days >= kInterval;
   return {};
 }
@@ -71,24 +70,27 @@ std::string lastCheckBytes(std::time_t now) {
 ShellRequest updaterRequest(const Text& executablePath, int revision) {
   const Text folder = folderOf(executablePath) + nativeSeparator();
   const Text name = nameOf(executablePath);
-  const TextView ending = name.ends_with(kExecutableEnd) ? kExecutableEnd : TextView();
+  const Text ending(name.ends_with(kExecutableEnd) ? kExecutableEnd : TextView());
+  const Text ownName = name.substr(0, name.rfind(u'.')) + ending;
   Text parameters(kInstallerName);
   parameters.append(kSeparator).append(numberText(std::int64_t{revision}));
   parameters.append(kSeparator).append(kProductName);
-  parameters.append(kSeparator).append(parameterWord(name));
+  parameters.append(kSeparator).append(parameterWord(ownName));
   return {.operation = {},
-          .file = folder + u"updater" + Text(ending),
+          .file = folder + u"updater" + ending,
           .parameters = parameters,
           .directory = folder};
 }
 
 Failure CheckForUpdate(bool force, std::time_t now, const UpdateSurroundings& surroundings) {
-  bool due = force;
+  const Text path = lastCheckPath(surroundings.programFolder);
+  Text last;
+  if (Failure failure = readLastCheck(path, last)) return about(failure, path);
+  bool due = true;
   if (!force) {
-    if (Failure failure = isDue(now, surroundings, due)) return failure;
+    if (Failure failure = isDue(last, now, surroundings.locale, due)) return failure;
   }
   if (!due) return {};
-  const Text path = lastCheckPath(surroundings.programFolder);
   if (Failure failure = replaceFile(path, lastCheckBytes(now))) return about(failure, path);
   surroundings.shell.ShellExecute(
       updaterRequest(surroundings.executablePath, surroundings.revision));

@@ -25,6 +25,7 @@ std::string lastCheckBytes(std::time_t now);
 ShellRequest updaterRequest(const Text& executablePath, int revision);
 
 // Notes the day and starts the updater; a missing updater fails silently. Without `force` it does
-// so only when the last check is seven days ago or more. The failure: a last day that is none (only
-// looked at without `force`), or a file that cannot be written; nothing is started then.
+// so only when the last check is seven days ago or more. The failure: a file that holds no line or
+// cannot be read or written, or a last day that is none (only looked at without `force`); nothing
+// is started then.
 Failure CheckForUpdate(bool force, std::time_t now, const UpdateSurroundings& surroundings);

@@ -9,13 +9,6 @@
 
 namespace {
 
-std::string_view trimmed(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t";
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
-
 // The escapes that every value of type string may hold.
 std::string unescaped(std::string_view value) {
   std::string text;
@@ -133,13 +126,13 @@ std::optional<DesktopEntry> parseDesktopEntry(std::string_view bytes, const std:
   for (const std::string_view line : splitLines(bytes)) {
     if (line.starts_with('#')) continue;
     if (line.starts_with('[')) {
-      inGroup = trimmed(line) == "[Desktop Entry]";
+      inGroup = trimLine(line) == "[Desktop Entry]";
       found = found || inGroup;
       continue;
     }
     const std::size_t equals = line.find('=');
     if (!inGroup || equals == std::string_view::npos) continue;
-    setKey(entry, trimmed(line.substr(0, equals)), trimmed(line.substr(equals + 1)));
+    setKey(entry, trimLine(line.substr(0, equals)), trimLine(line.substr(equals + 1)));
   }
   if (!found) return std::nullopt;
   return entry;

@@ -35,6 +35,8 @@ constexpr Equivalent kControlPanels[] = {
 constexpr Equivalent kTerminals[] = {
     {"x-terminal-emulator", "xterm", "-e"},
     {"gnome-terminal", "gnome-terminal", "--"},
+    {"kgx", "gnome-console", "--"},
+    {"ptyxis", "ptyxis", "--"},
     {"konsole", "konsole", "-e"},
     {"xfce4-terminal", "xfce4-terminal", "-x"},
     {"mate-terminal", "mate-terminal", "-x"},

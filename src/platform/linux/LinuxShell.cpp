@@ -90,7 +90,8 @@ std::optional<std::vector<std::string>> handlerCommand(const DesktopEntry& entry
                                                        const std::vector<std::string>& files) {
   if (!entry.tryExec.empty() && !isInstalled(entry.tryExec)) return std::nullopt;
   auto command = desktopEntryCommand(entry, files);
-  if (!command || !isInstalled(command->front()) || !entry.terminal) return command;
+  if (!command || !isInstalled(command->front())) return std::nullopt;
+  if (!entry.terminal) return command;
   std::vector<std::string> inTerminal = terminalCommand();
   if (inTerminal.empty()) return std::nullopt;
   inTerminal.insert(inTerminal.end(), command->begin(), command->end());

@@ -6,12 +6,15 @@
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QSystemTrayIcon>
+#include <QTableWidget>
 #include <QTimer>
 #include <algorithm>
 #include <chrono>
+#include <cstdio>
 
 #include "app/StartUpBoxes.h"
 #include "app/frmMain.h"
+#include "config/Addresses.h"
 #include "config/ConfigBoxes.h"
 #include "config/ConfigFile.h"
 #include "config/OptionsBoxes.h"
@@ -24,10 +27,13 @@
 #include "support/Doubles.h"
 #include "support/Scratch.h"
 #include "sync/SyncTexts.h"
+#include "text/Numbers.h"
 #include "text/Paths.h"
 #include "tray/Launchers.h"
+#include "tray/MenuBoxes.h"
 #include "tray/MenuTree.h"
 #include "tray/TrayManager.h"
+#include "tray/UpdateCheck.h"
 #include "ui/Trayer.h"
 #include "ui/UiMain.h"
 #include "windows/SplashTexts.h"
@@ -486,7 +492,15 @@ TEST_F(frmMainTest, TheDebugMonitorOpensOnceAndShowsTheTraceOfTheWholeRun) {
   give("notepad_|_/a_|_");
   ASSERT_TRUE(comes("start notepad /a"));
   entry("menuDebug").trigger();
+  QWidget* monitor = window("frmDebug");
+  ASSERT_TRUE(monitor);
+  EXPECT_FALSE(monitor->isModal());
+  EXPECT_TRUE(watching());
   entry("menuDebug").trigger();
+  control<QAbstractButton>(*monitor, "cmdClose").click();
+  EXPECT_EQ(window("frmDebug"), nullptr);
+  entry("menuDebug").trigger();
+  EXPECT_EQ(window("frmDebug"), monitor) << "closed, it is only hidden";
   int monitors = 0;
   for (QWidget* window : QApplication::topLevelWidgets()) {
     if (window->objectName() != QStringLiteral("frmDebug")) continue;
@@ -510,6 +524,75 @@ TEST_F(frmMainTest, TheDebugMonitorOpensTheTestWindowAndTheFileAboutTheCookies) 
   EXPECT_TRUE(watching());
   control<QAbstractButton>(monitor, "cmdTest").click();
   EXPECT_EQ(window("frmTest"), test) << "shown again, not opened twice";
+}
+
+TEST_F(frmMainTest, TheTestWindowListsTheTableAsItIsWhenItIsOpened) {
+  start();
+  const auto write = [this](const std::string& entries) {
+    folder.write("nav/res_css/js/shortQrCode.js",
+                 "var FreeId=42\r\nvar tabObj = new Object();\r\n" + entries + "function\r\n");
+  };
+  const std::string entry3 = "tabObj[\"000000003\"]=\"Plan_|_/plan.pdf\";\r\n";
+  const std::string entry4 = "tabObj[\"000000004\"]=\"Site_|_webwww.example.org\";\r\n";
+  write(entry3);
+  entry("menuDebug").trigger();
+  auto& cmdTest = control<QAbstractButton>(*window("frmDebug"), "cmdTest");
+  cmdTest.click();
+  QWidget* test = window("frmTest");
+  ASSERT_TRUE(test);
+  auto* grid = &control<QTableWidget>(*test, "Grid");
+  ASSERT_EQ(grid->rowCount(), 1);
+  EXPECT_EQ(grid->item(0, 1)->text(), QStringLiteral("Plan"));
+
+  write(entry3 + entry4);
+  cmdTest.click();
+  EXPECT_EQ(grid->rowCount(), 1) << "it was open all the time";
+  test->close();
+  cmdTest.click();
+  test = window("frmTest");
+  ASSERT_TRUE(test);
+  grid = &control<QTableWidget>(*test, "Grid");
+  ASSERT_EQ(grid->rowCount(), 2);
+  EXPECT_EQ(grid->item(1, 2)->text(), QStringLiteral("webwww.example.org"));
+}
+
+TEST_F(frmMainTest, TheUpdaterIsStartedForThisProgramAndToday) {
+  start();
+  questions.answers = {Answer::Yes};
+  const std::string before = lastCheckBytes(std::time(nullptr));
+  entry("MenuMAJ").trigger();
+  const std::string after = lastCheckBytes(std::time(nullptr));
+  EXPECT_EQ(questions.boxes.back(), updateBox());
+  const std::string noted = folder.read("LastDateCheckUpdate.txt");
+  EXPECT_TRUE(noted == before || noted == after) << noted;  // a test may run at midnight
+
+  ASSERT_FALSE(shell.requests.empty());
+  const ShellRequest& request = shell.requests.back();
+  EXPECT_EQ(request.file, folderOf(executablePath()) + nativePath(u"\\updater"));
+  EXPECT_EQ(request.parameters, u"setup_Tavrollo\t" + numberText(std::int64_t{kVersionRevision}) +
+                                    u"\tTavrollo\t" + nameOf(executablePath()));
+}
+
+TEST_F(frmMainTest, TheUpdatePageIsOpenedOnNo) {
+  start();
+  questions.answers = {Answer::No};
+  entry("MenuMAJ").trigger();
+  ASSERT_FALSE(shell.requests.empty());
+  EXPECT_EQ(shell.requests.back().file, addresses::kUpdatePage);
+  EXPECT_FALSE(std::filesystem::exists(folder.path("LastDateCheckUpdate.txt")));
+}
+
+TEST_F(frmMainTest, TheAuthorAndTheSystemsVersionAreToldInBoxes) {
+  start();
+  main->lockMenus(false);
+  questions.answers = {Answer::Ok, Answer::Ok};
+  entry("menuContact").trigger();
+  EXPECT_EQ(questions.boxes.back(), contactBox());
+
+  const std::optional<SystemDescription> system = describeSystem();
+  ASSERT_TRUE(system);
+  entry("MenuWinVer").trigger();
+  EXPECT_EQ(questions.boxes.back(), systemVersionBox(*system));
 }
 
 TEST_F(frmMainTest, AboutShowsTheSplash) {
@@ -696,7 +779,7 @@ TEST_F(frmMainTest, AFailureInAHandlerBecomesABox) {
   EXPECT_EQ(questions.boxes.back(), errorBox(u"menuAide_Click", u"panne"));
 }
 
-// The last case: from then on the toolkit knows a tray.
+// The last cases: from then on the toolkit knows a tray.
 TEST_F(frmMainTest, ATrayThatComesLateGetsTheIconAndTheWindowGoes) {
   start();
   ASSERT_TRUE(waitUntil([] { return window("MenuWindow") != nullptr; }, 10000));
@@ -712,4 +795,25 @@ TEST_F(frmMainTest, ATrayThatComesLateGetsTheIconAndTheWindowGoes) {
   give("notepad_|_/a_|_");
   ASSERT_TRUE(comes("start notepad /a"));
   EXPECT_TRUE(timer("TimerIcon").isActive());
+}
+
+// A process of its own starts anew for the end: icons and screen are not to be shared with it.
+TEST_F(frmMainTest, QuittingTakesTheIconOutOfTheTray) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  // A tray of that process's own would outlive it.
+  std::optional<Trayer> trayer;
+  if (!trayManagerStands()) trayer.emplace();
+  ASSERT_TRUE(waitUntil(trayManagerStands));
+  start();
+  auto* icon = main->findChild<QSystemTrayIcon*>(QStringLiteral("trayIcon"));
+  ASSERT_TRUE(icon);
+  ASSERT_TRUE(icon->isVisible());
+  questions.answers = {Answer::Yes};
+  const auto quit = [&] {
+    // Delivered on the program's last steps.
+    const auto tell = [icon] { std::fputs(icon->isVisible() ? "it stays" : "it is gone", stderr); };
+    QMetaObject::invokeMethod(icon, tell, Qt::QueuedConnection);
+    entry("MenuQuit").trigger();
+  };
+  EXPECT_EXIT(quit(), testing::ExitedWithCode(0), "it is gone");
 }

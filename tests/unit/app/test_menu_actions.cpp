@@ -185,5 +185,5 @@ TEST_F(MenuActionsTest, TheFileAboutTheCookiesIsShownInTheEditor) {
   shell.failure = {53, u"Fichier introuvable"};
   questions.answers = {Answer::Ok};
   actions.showCookieInformation();
-  EXPECT_EQ(questions.boxes.back(), errorBox(u"showCookieInformation", u"Fichier introuvable"));
+  EXPECT_EQ(questions.boxes.back(), errorBox(u"cmdInfos_Click", u"Fichier introuvable"));
 }

@@ -46,8 +46,8 @@ TEST_F(EquivalentsTest, EveryWindowsCommandHasItsProgramsInTheirOrder) {
       {u"cmd.exe",
        Handler::None,
        "",
-       {"x-terminal-emulator", "gnome-terminal", "konsole", "xfce4-terminal", "mate-terminal",
-        "qterminal", "xterm"}},
+       {"x-terminal-emulator", "gnome-terminal", "kgx", "ptyxis", "konsole", "xfce4-terminal",
+        "mate-terminal", "qterminal", "xterm"}},
       {u"regedit", Handler::None, "", {"dconf-editor"}},
   };
   EXPECT_EQ(equivalentRows().size(), std::size(rows));
@@ -93,9 +93,10 @@ TEST_F(EquivalentsTest, AProgramOfTheTerminalIsStartedInTheFirstTerminal) {
     const char* option;
   };
   // From the last choice to the first.
-  for (const Row& row : {Row{"xterm", "-e"}, Row{"qterminal", "-e"}, Row{"mate-terminal", "-x"},
-                         Row{"xfce4-terminal", "-x"}, Row{"konsole", "-e"},
-                         Row{"gnome-terminal", "--"}, Row{"x-terminal-emulator", "-e"}}) {
+  for (const Row& row :
+       {Row{"xterm", "-e"}, Row{"qterminal", "-e"}, Row{"mate-terminal", "-x"},
+        Row{"xfce4-terminal", "-x"}, Row{"konsole", "-e"}, Row{"ptyxis", "--"}, Row{"kgx", "--"},
+        Row{"gnome-terminal", "--"}, Row{"x-terminal-emulator", "-e"}}) {
     install(row.name);
     EXPECT_EQ(terminalCommand(), (std::vector<std::string>{row.name, row.option}));
   }

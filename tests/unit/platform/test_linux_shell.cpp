@@ -133,6 +133,12 @@ TEST_F(LinuxShellTest, AProgramGetsItsParameters) {
   EXPECT_FALSE(didOpen());
 }
 
+TEST_F(LinuxShellTest, ValuesSeparatedByTabsArriveEachByItself) {
+  const std::string program = recorder("updater");
+  EXPECT_FALSE(execute(fromPath(program), u"setup_Tavrollo\t67\tTavrollo\t'mon tavrollo'"));
+  EXPECT_EQ(startedArguments(), "setup_Tavrollo\n67\nTavrollo\nmon tavrollo\n");
+}
+
 TEST_F(LinuxShellTest, AProgramWithoutParametersIsStartedToo) {
   EXPECT_FALSE(execute(fromPath(recorder("run"))));
   EXPECT_EQ(startedArguments(), "");
@@ -296,11 +302,31 @@ TEST_F(LinuxShellTest, AnXdgMimeThatHangsIsNotWaitedFor) {
   EXPECT_EQ(openedArguments(), "/a\n");
 }
 
-TEST_F(LinuxShellTest, AnEditorThatIsMissingIsNamed) {
-  fakeEditor("e.desktop", "no-such-editor %f");
-  EXPECT_EQ(shell.startCommandLine(u"notepad /a"),
-            (Failure{53, u"Fichier introuvable : no-such-editor"}));
-  EXPECT_EQ(traces.size(), 1u);
+TEST_F(LinuxShellTest, ALauncherWhoseEditorIsMissingHidesNoOther) {
+  for (const char* more : {"", "Terminal=true\n"}) {
+    recorder("bin/xterm");
+    fakeEditor("e.desktop", "no-such-editor %f", more);
+    EXPECT_EQ(shell.startCommandLine(u"notepad"),
+              (Failure{53, u"Fichier introuvable : " + missingText(*equivalentRow(u"notepad"))}));
+
+    EXPECT_FALSE(shell.startCommandLine(u"notepad /a b"));
+    EXPECT_EQ(openedArguments(), "/a b\n");
+    std::filesystem::remove(opened);
+
+    recorder("bin/mousepad");
+    EXPECT_FALSE(shell.startCommandLine(u"notepad /a b"));
+    EXPECT_EQ(startedArguments(), "/a b\n");
+    EXPECT_FALSE(didOpen());
+    std::filesystem::remove(started);
+    std::filesystem::remove(scratch.path("bin/mousepad"));
+  }
+}
+
+TEST_F(LinuxShellTest, AHandlerThatIsMissingHidesNotThePackageOfTheWordProcessor) {
+  fakeHandler("application/msword", "words.desktop", "no-such-writer %U");
+  EXPECT_EQ(shell.openInWord(u"/modele.doc"),
+            (Failure{53, u"Fichier introuvable : lowriter (paquet libreoffice-writer)"}));
+  EXPECT_FALSE(didOpen());
 }
 
 TEST_F(LinuxShellTest, ExplorerOpensTheRestOfTheLineAsOneFolder) {

@@ -38,6 +38,10 @@ const Row kRows[] = {
     {u"2024-01-02", "%F", 19724},
     {u"2. 1. 2024", "%-d. %-m. %Y", 19724},
     {u" 2/1/24", "%e/%m/%y", 19724},
+    // What stands between the numbers may lie outside ASCII.
+    {u"2024年1月2日", "%Y年%m月%d日", 19724},
+    {u"2024年1月2", "%Y年%m月%d日", std::nullopt},
+    {u"2024. 1.\u00A02.", "%Y. %-m.\u00A0%-d.", 19724},
     // Formats that write a date in another way.
     {u"2 janv. 2024", "%d %b %Y", std::nullopt},
     {u"2024", "%", std::nullopt},

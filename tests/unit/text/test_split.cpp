@@ -41,6 +41,14 @@ TEST(Split, TrimTakesBlanksAndNothingElseFromBothEnds) {
   EXPECT_EQ(trim(u"\u00A0a\u00A0"), u"\u00A0a\u00A0");
 }
 
+TEST(Split, TrimLineTakesBlanksTabsAndCarriageReturnsFromBothEnds) {
+  EXPECT_EQ(trimLine(TextView(u" \t\ra\t b\r \t")), u"a\t b");
+  EXPECT_EQ(trimLine(TextView(u"\n\u00A0\n")), u"\n\u00A0\n");
+  EXPECT_EQ(trimLine(TextView()), u"");
+  EXPECT_EQ(trimLine(std::string_view("\r\t \xE9 a \t\r")), "\xE9 a");
+  EXPECT_EQ(trimLine(std::string_view(" \t\r")), "");
+}
+
 TEST(Split, LinesEndWithLfOrCrLfAndTheLastMayLackItsEnd) {
   const struct {
     std::string_view bytes;

@@ -43,7 +43,7 @@ TEST(Launchers, TheFileIsReadLineByLine) {
 }
 
 TEST_F(LauncherShellTest, WithoutAFileEveryCommandLineIsTheShellsOwn) {
-  EXPECT_EQ(userLauncher(programFolder, launchers::kEditor), std::nullopt);
+  EXPECT_EQ(userLauncher(programFolder, u"notepad"), std::nullopt);
   EXPECT_FALSE(shell.startCommandLine(u"notepad /a b"));
   EXPECT_FALSE(shell.startCommandLine(u"cmd.exe"));
   EXPECT_FALSE(shell.openInWord(u"/m.doc"));

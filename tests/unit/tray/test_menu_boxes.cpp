@@ -51,5 +51,4 @@ TEST(MenuBoxes, SystemVersion) {
 TEST(Addresses, AreOnAHostThatNobodyOwns) {
   EXPECT_TRUE(addresses::kAuthorMail.ends_with(u"@example.org"));
   EXPECT_TRUE(addresses::kUpdatePage.starts_with(u"https://example.org/"));
-  EXPECT_TRUE(addresses::kFontPage.starts_with(u"https://example.org/"));
 }

@@ -91,6 +91,7 @@ TEST_F(UpdateCheckTest, ADayInTheUsersShortFormIsUnderstood) {
       {"%Y-%m-%d", "2026-11-15", "2026-11-14"},
       {"%d.%m.%Y", "15.11.2026", "14.11.2026"},
       {"%d/%m/%y", "15/11/26", "14/11/26"},
+      {"%Y年%m月%d日", "2026年11月15日", "2026年11月14日"},
   };
   for (const Row& row : rows) {
     locale.dateFormat = row.format;
@@ -133,12 +134,25 @@ TEST_F(UpdateCheckTest, AGarbledDayStopsAnUnforcedCheckOnly) {
   }
 }
 
-TEST_F(UpdateCheckTest, AnEmptyFileHoldsNoDay) {
+TEST_F(UpdateCheckTest, AnEmptyFileStopsEveryCheck) {
   folder.write(kFile, "");
-  EXPECT_TRUE(check(false));
-  EXPECT_TRUE(journal.empty());
-  EXPECT_FALSE(check(true));
-  EXPECT_TRUE(started());
+  for (const bool force : {false, true}) {
+    const Failure failure = check(force);
+    EXPECT_EQ(failure.number, 62) << force;
+    EXPECT_TRUE(failure.description.ends_with(u" : " + folder.text(kFile))) << force;
+    EXPECT_TRUE(journal.empty()) << force;
+    EXPECT_EQ(folder.read(kFile), "") << force;
+  }
+}
+
+TEST_F(UpdateCheckTest, AFileThatCannotBeReadStopsEveryCheck) {
+  lastCheck("01/01/1970");
+  std::filesystem::permissions(folder.path(kFile), std::filesystem::perms::none);
+  const int outcome = inChildWithoutRights([this] {
+    const Failure denied{70, u"Permission refusée : " + folder.text(kFile)};
+    return check(false) == denied && check(true) == denied && journal.empty() ? 0 : 1;
+  });
+  EXPECT_EQ(outcome, 0);
 }
 
 TEST_F(UpdateCheckTest, AForcedCheckComesAlsoOnTheSameDay) {
@@ -175,8 +189,24 @@ TEST_F(UpdateCheckTest, TheUpdaterGetsFourTabSeparatedValues) {
   EXPECT_EQ(request.show, ShowState::Normal);
 }
 
-TEST_F(UpdateCheckTest, AnExecutableThatHasAnEndingKeepsIt) {
-  const ShellRequest request = updaterRequest(nativePath(u"C:\\Tavrollo\\Tavrollo.exe"), 7);
-  EXPECT_EQ(request.file, nativePath(u"C:\\Tavrollo\\updater.exe"));
-  EXPECT_EQ(request.parameters, u"setup_Tavrollo\t7\tTavrollo\tTavrollo.exe");
+TEST_F(UpdateCheckTest, TheProgramIsNamedByWhatStandsInFrontOfItsLastDotAndThePlatformsEnding) {
+  struct Row {
+    TextView executable;
+    TextView updater;
+    TextView lastValue;
+  };
+  const Row rows[] = {
+      {u"Tavrollo.exe", u"updater.exe", u"Tavrollo.exe"},
+      {u"Tavrollo.2.exe", u"updater.exe", u"Tavrollo.2.exe"},
+      {u"tavrollo", u"updater", u"tavrollo"},
+      {u"tavrollo.bin", u"updater", u"tavrollo"},
+      {u"tavrollo.2.bin", u"updater", u"tavrollo.2"},
+      {u"mon tavrollo.bin", u"updater", u"'mon tavrollo'"},
+  };
+  for (const Row& row : rows) {
+    const Text place = nativePath(u"C:\\Tavrollo.d\\");
+    const ShellRequest request = updaterRequest(place + Text(row.executable), 7);
+    EXPECT_EQ(request.file, place + Text(row.updater));
+    EXPECT_EQ(request.parameters, u"setup_Tavrollo\t7\tTavrollo\t" + Text(row.lastValue));
+  }
 }
