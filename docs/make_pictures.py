@@ -269,7 +269,7 @@ class Pictures:
                  ("box-update", "Tavrollo : Mise", tavrollo + ("Up",)),
                  ("box-regedit", "Tavrolo : Acc", tools + ("Up", "Up")),
                  ("box-winver", "Tavrollo : Version", tools + ("Down", "Down")),
-                 ("box-missing", "^Tavrollo$", tools + ("Down",)))
+                 ("box-missing", 'Tavrollo"', tools + ("Down",)))
         for name, title, keys in boxes:
             self.open_menu(*keys, "Return")
             self.wait_for_window(title)
