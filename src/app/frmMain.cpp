@@ -117,8 +117,6 @@ void frmMain::menuChosen(TextView name) {
     guarded(questions_, procedure, [&] { (menuActions_.*action.run)(); });
     return;
   }
-  // The lock enables entries whose command this version does not have.
-  companion_.trace.log(u"commande absente de cette version : " + Text(name));
 }
 
 void frmMain::MenuQuit_Click() {

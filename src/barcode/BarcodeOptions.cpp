@@ -7,18 +7,18 @@
 std::span<const BarcodeOption> barcodeOptions() {
   using namespace ModcodeBarre;
   static constexpr BarcodeOption kOptions[] = {
-      {.type = kCode39, .shownFont = u"Code 3 de 9", .font = u"Code 3 de 9"},
-      {.type = kCode39, .shownFont = u"Code3 de 9 Lab", .font = u"Code 3 de 9 Lab"},
-      {.type = kEan13, .shownFont = u"Code EAN13", .font = u"Code EAN13", .hasAddOn = true},
-      {.type = kEan8,
-       .shownFont = u"Code EAN13 (idem EAN8)",
+      {.shownFont = u"Code 3 de 9", .font = u"Code 3 de 9", .type = kCode39},
+      {.shownFont = u"Code3 de 9 Lab", .font = u"Code 3 de 9 Lab", .type = kCode39},
+      {.shownFont = u"Code EAN13", .font = u"Code EAN13", .type = kEan13, .hasAddOn = true},
+      {.shownFont = u"Code EAN13 (idem EAN8)",
        .font = u"Code EAN13",
+       .type = kEan8,
        .hasAddOn = true},
-      {.type = kInterleaved2of5,
-       .shownFont = u"Code 2 of 5 interleaved",
+      {.shownFont = u"Code 2 of 5 interleaved",
        .font = u"Code 2 of 5 interleaved",
+       .type = kInterleaved2of5,
        .hasCheckBox = true},
-      {.type = kCode128, .shownFont = u"Code 128", .font = u"Code 128"},
+      {.shownFont = u"Code 128", .font = u"Code 128", .type = kCode128},
   };
   return kOptions;
 }

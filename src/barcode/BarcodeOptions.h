@@ -10,9 +10,9 @@
 
 // What the barcode window's list of types chooses from.
 struct BarcodeOption {
-  std::uint8_t type;   // CodeBar's
   TextView shownFont;  // what the window calls the font
   TextView font;       // the font's family
+  std::uint8_t type;   // CodeBar's
   bool hasAddOn = false;
   bool hasCheckBox = false;  // a check digit is left to the user
 };

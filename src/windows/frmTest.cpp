@@ -24,7 +24,7 @@ constexpr Column kColumns[] = {{u"Index", 1000}, {u"Nom Court", 4000}, {u"QrCode
 }  // namespace
 
 frmTest::frmTest(TestSurroundings surroundings)
-    : to_(std::move(surroundings)), ui_(std::make_unique<Ui::frmTest>()) {
+    : to_(surroundings), ui_(std::make_unique<Ui::frmTest>()) {
   ui_->setupUi(this);
   connect(ui_->cmdEncodeUtf8, &QPushButton::clicked, this, &frmTest::cmdEncodeUtf8_Click);
   connect(ui_->cmdDecodeUtf8, &QPushButton::clicked, this, &frmTest::cmdDecodeUtf8_Click);
