@@ -23,6 +23,8 @@ SymbolView::SymbolView(QWidget* parent) : QAbstractScrollArea(parent), points_(k
   setFontFamily(barcodeOptions().front().font);
   setFocusPolicy(Qt::StrongFocus);
   viewport()->setCursor(Qt::IBeamCursor);
+  afterPainting_.setSingleShot(true);
+  connect(&afterPainting_, &QTimer::timeout, this, &SymbolView::updateScrollBars);
 }
 
 void SymbolView::setText(const Text& text) {
@@ -164,7 +166,7 @@ void SymbolView::paintEvent(QPaintEvent*) {
   // A window that moved to another screen is painted anew, but not always resized. A scroll bar
   // that comes or goes resizes the viewport: not while that is painted.
   if (viewport()->devicePixelRatioF() != scaleOfScrollBars_) {
-    QMetaObject::invokeMethod(this, &SymbolView::updateScrollBars, Qt::QueuedConnection);
+    afterPainting_.start();
   }
   QPainter painter(viewport());
   painter.fillRect(viewport()->rect(), Qt::white);  // also on a dark desktop: bars need it

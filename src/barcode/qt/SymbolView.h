@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QAbstractScrollArea>
+#include <QTimer>
 #include <cstdint>
 #include <memory>
 
@@ -57,4 +58,5 @@ class SymbolView : public QAbstractScrollArea {
   std::size_t anchor_ = 0;  // where the selection began
   std::size_t end_ = 0;     // where it was drawn to
   double scaleOfScrollBars_ = 1;
+  QTimer afterPainting_;  // brings the scroll bars up to date on another screen
 };

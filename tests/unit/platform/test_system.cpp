@@ -12,7 +12,7 @@
 
 // The C library keeps a copy of LOCPATH at every newlocale; only these tests set it.
 extern "C" const char* __lsan_default_suppressions();
-extern "C" const char* __lsan_default_suppressions() { return "leak:__argz_add_sep"; }
+extern "C" const char* __lsan_default_suppressions() { return "leak:argz_add_sep"; }
 
 namespace {
 
