@@ -9,8 +9,9 @@
 #include "platform/linux/Equivalents.h"
 #include "platform/linux/Process.h"
 
-// The shell over a freedesktop.org desktop: programs are started, everything else is handed to
-// xdg-open. How a window is shown is the desktop's affair: ShellRequest::show has no effect.
+// The shell over a freedesktop.org desktop: programs are started, everything else that stands
+// anywhere is handed to xdg-open. How a window is shown is the desktop's affair: ShellRequest::show
+// has no effect.
 class LinuxShell : public Shell {
  public:
   using Trace = std::function<void(const Text&)>;
@@ -32,6 +33,7 @@ class LinuxShell : public Shell {
 
  private:
   Failure open(const std::string& document, const std::string& folder);
+  Failure openPath(const std::string& path, const std::string& folder);
   Failure startEquivalent(const EquivalentRow& row, const Text& path);
   Failure startWords(const std::vector<Text>& words);
   Failure start(const ProcessStart& start, const Text& document = {});
