@@ -48,8 +48,7 @@ struct SystemDescription {
   bool operator==(const SystemDescription&) const = default;
 };
 
-// Nothing on a system that brings a program which shows this ("winver").
-std::optional<SystemDescription> describeSystem();
+SystemDescription describeSystem();
 
 // The desktop's locale; the C locale counts as French.
 LocaleData systemLocale();

@@ -124,8 +124,8 @@ std::optional<std::vector<std::string>> equivalentCommand(const EquivalentRow& r
   return row.handler == Handler::Last ? handler() : std::nullopt;
 }
 
-Failure nothingInstalled(const EquivalentRow& row) {
-  return about(failureFromErrno(ENOENT), missingText(row));
+Failure nothingInstalled(std::span<const Equivalent> programs) {
+  return about(failureFromErrno(ENOENT), missingText(programs));
 }
 
 }  // namespace
@@ -150,24 +150,26 @@ Failure LinuxShell::ShellExecute(const ShellRequest& request) {
   return start({.arguments = arguments, .folder = folder, .withoutVariables = {}});
 }
 
+CommandKind LinuxShell::commandKind(TextView command) const {
+  const EquivalentRow* row = equivalentRow(command);
+  return row ? row->kind : CommandKind::Words;
+}
+
 Failure LinuxShell::startCommandLine(const Text& commandLine) {
   const std::size_t blank = commandLine.find(u' ');
   const Text first = commandLine.substr(0, blank);
   const Text rest = blank == Text::npos ? Text() : commandLine.substr(blank + 1);
-  if (first == u"explorer") {
-    const Text folder = rest.empty() ? homeFolder() : rest;
-    return openPath(placeOf(toUtf8Lossless(folder), {}), {});
-  }
   const EquivalentRow* row = equivalentRow(first);
-  const bool stands = row && (rest.empty() || row->handler != Handler::None);
+  const bool stands =
+      row && row->kind != CommandKind::Box && (rest.empty() || row->kind == CommandKind::OnePath);
   return stands ? startEquivalent(*row, rest) : startWords(splitCommandWords(commandLine));
 }
 
 Failure LinuxShell::openInWord(const Text& document) {
-  const EquivalentRow& row = *equivalentRow(u"word.basic");
+  const EquivalentRow& row = *equivalentRow(kWordBasic);
   const std::string path = toUtf8Lossless(document);
   const auto command = equivalentCommand(row, {path});
-  if (!command) return traced(nothingInstalled(row));
+  if (!command) return traced(nothingInstalled(row.programs));
   if (Failure missing = absence(path)) return traced(missing);
   return start({.arguments = *command, .folder = {}, .withoutVariables = {}});
 }
@@ -180,10 +182,9 @@ void LinuxShell::reap() {
 }
 
 Failure LinuxShell::open(const std::string& document, const std::string& folder) {
-  if (programInPath("xdg-open").empty()) {
-    return traced(about(failureFromErrno(ENOENT), u"xdg-open (paquet xdg-utils)"));
-  }
-  return start({.arguments = {"xdg-open", document}, .folder = folder, .withoutVariables = {}},
+  const std::string opener(kDocumentOpener.program);
+  if (programInPath(opener).empty()) return traced(nothingInstalled({&kDocumentOpener, 1}));
+  return start({.arguments = {opener, document}, .folder = folder, .withoutVariables = {}},
                fromUtf8Lossless(document));
 }
 
@@ -193,6 +194,10 @@ Failure LinuxShell::openPath(const std::string& path, const std::string& folder)
 }
 
 Failure LinuxShell::startEquivalent(const EquivalentRow& row, const Text& path) {
+  if (row.handler == Handler::Alone) {
+    const Text place = path.empty() ? homeFolder() : path;
+    return openPath(placeOf(toUtf8Lossless(place), {}), {});
+  }
   std::vector<std::string> files;
   if (!path.empty()) files.push_back(toUtf8Lossless(guardDash(path)));
   if (const auto command = equivalentCommand(row, files)) {
@@ -202,7 +207,7 @@ Failure LinuxShell::startEquivalent(const EquivalentRow& row, const Text& path) 
   if (row.handler == Handler::First && !path.empty()) {
     return openPath(placeOf(toUtf8Lossless(path), {}), {});
   }
-  return traced(nothingInstalled(row));
+  return traced(nothingInstalled(row.programs));
 }
 
 Failure LinuxShell::startWords(const std::vector<Text>& words) {

@@ -21,9 +21,10 @@ class LinuxShell : public Shell {
   // A program is a file that the kernel can execute, or a name without "/" that stands in PATH.
   Failure ShellExecute(const ShellRequest& request) override;
 
-  // "explorer" takes the rest of the line as one path and stands for the desktop's file manager;
-  // the commands of Equivalents.h stand for what is installed, and those that a desktop's handler
-  // can stand for take one path too. Any other program gets the rest split.
+  CommandKind commandKind(TextView command) const override;
+
+  // The commands of Equivalents.h stand for what is installed. Any other program gets the rest of
+  // the line split.
   Failure startCommandLine(const Text& commandLine) override;
 
   Failure openInWord(const Text& document) override;

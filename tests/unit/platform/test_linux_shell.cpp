@@ -334,7 +334,7 @@ TEST_F(LinuxShellTest, WithoutAnEditorTheDesktopOpensTheFile) {
   EXPECT_EQ(shell.startCommandLine(u"notepad /é"), (Failure{53, u"Fichier introuvable : /é"}));
   EXPECT_FALSE(didOpen());
   EXPECT_EQ(shell.startCommandLine(u"notepad").description,
-            u"Fichier introuvable : " + missingText(*equivalentRow(u"notepad")));
+            u"Fichier introuvable : " + missingText(equivalentRow(u"notepad")->programs));
 }
 
 TEST_F(LinuxShellTest, AnXdgMimeThatHangsIsNotWaitedFor) {
@@ -351,7 +351,8 @@ TEST_F(LinuxShellTest, ALauncherWhoseEditorIsMissingHidesNoOther) {
     recorder("bin/xterm");
     fakeEditor("e.desktop", "no-such-editor %f", more);
     EXPECT_EQ(shell.startCommandLine(u"notepad"),
-              (Failure{53, u"Fichier introuvable : " + missingText(*equivalentRow(u"notepad"))}));
+              (Failure{53, u"Fichier introuvable : " +
+                               missingText(equivalentRow(u"notepad")->programs)}));
 
     const std::string file = scratch.write("a b", "text");
     EXPECT_FALSE(shell.startCommandLine(u"notepad " + fromPath(file)));
@@ -415,8 +416,8 @@ TEST_F(LinuxShellTest, TheToolsOfWindowsAreWhatIsInstalledInTheirPlace) {
   for (const char16_t* command : {u"write", u"charmap", u"control", u"cmd.exe", u"regedit"}) {
     const EquivalentRow& row = *equivalentRow(command);
     EXPECT_EQ(shell.startCommandLine(command),
-              (Failure{53, u"Fichier introuvable : " + missingText(row)}));
-    EXPECT_EQ(traces.back(), u"Fichier introuvable : " + missingText(row));
+              (Failure{53, u"Fichier introuvable : " + missingText(row.programs)}));
+    EXPECT_EQ(traces.back(), u"Fichier introuvable : " + missingText(row.programs));
 
     recorder("bin/" + std::string(row.programs.back().program));
     EXPECT_FALSE(shell.startCommandLine(command));
