@@ -38,8 +38,9 @@ void MenuActions::MenuDos_Click() { start(u"MenuDos_Click", u"cmd.exe"); }
 
 void MenuActions::MenuWinVer_Click() {
   constexpr TextView kCommand = u"winver";
-  if (to_.shell.commandKind(kCommand) == CommandKind::Box) {
-    to_.questions.ask(systemVersionBox(to_.describeSystem()));
+  const std::optional<SystemDescription> system = to_.describeSystem();
+  if (system && to_.shell.commandKind(kCommand) == CommandKind::Box) {
+    to_.questions.ask(systemVersionBox(*system));
     return;
   }
   start(u"MenuWinVer_Click", Text(kCommand));

@@ -20,7 +20,7 @@ class MenuActions {
     Text executablePath;  // this program's file
     int revision = 0;     // the last of its three version numbers
     std::function<std::time_t()> now;
-    std::function<SystemDescription()> describeSystem;
+    std::function<std::optional<SystemDescription>()> describeSystem;
   };
 
   explicit MenuActions(Surroundings surroundings) : to_(std::move(surroundings)) {}

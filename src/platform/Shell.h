@@ -35,8 +35,11 @@ class Shell {
   // traced; one that shows only later (no program for the document) is traced alone.
   virtual Failure ShellExecute(const ShellRequest& request) = 0;
 
-  // `command` is the first word of a command line.
-  virtual CommandKind commandKind(TextView command) const = 0;
+  // `command` is the first word of a command line. These are the kinds on Windows.
+  virtual CommandKind commandKind(TextView command) const {
+    const bool path = command == u"notepad" || command == u"write" || command == u"explorer";
+    return path ? CommandKind::OnePath : CommandKind::Words;
+  }
 
   // Starts a command line in a normal window with the focus, without waiting: a program's name and
   // what it is to be given, such as "notepad " + path (nothing in it is quoted).

@@ -48,7 +48,8 @@ struct SystemDescription {
   bool operator==(const SystemDescription&) const = default;
 };
 
-SystemDescription describeSystem();
+// Nothing on a system that brings a program which shows this ("winver").
+std::optional<SystemDescription> describeSystem();
 
 // The desktop's locale; the C locale counts as French.
 LocaleData systemLocale();

@@ -30,7 +30,7 @@ class RecordingShell : public Shell {
   }
   CommandKind commandKind(TextView command) const override {
     const auto found = kinds.find(Text(command));
-    return found == kinds.end() ? CommandKind::Words : found->second;
+    return found == kinds.end() ? Shell::commandKind(command) : found->second;
   }
   Failure startCommandLine(const Text& commandLine) override {
     journal_.push_back("start " + toUtf8(commandLine));
@@ -42,7 +42,7 @@ class RecordingShell : public Shell {
   }
 
   std::vector<ShellRequest> requests;
-  std::map<Text, CommandKind> kinds;
+  std::map<Text, CommandKind> kinds;  // where they are others than on Windows
   Failure failure;
   std::string throws;  // what ShellExecute throws, when anything
 

@@ -125,7 +125,7 @@ SystemVersion systemVersion() {
   return ::uname(&names) == 0 ? versionOfRelease(names.release) : versionOfRelease({});
 }
 
-SystemDescription describeSystem() {
+std::optional<SystemDescription> describeSystem() {
   SystemDescription description;
   for (const TextView place : {u"/etc/os-release", u"/usr/lib/os-release"}) {
     std::string bytes;

@@ -34,13 +34,14 @@ class MenuActionsTest : public ::testing::Test {
   Journal journal;
   RecordingShell shell{journal};
   ScriptedQuestions questions{journal};
+  std::optional<SystemDescription> system = kSystem;
   MenuActions actions{{.companion = companion,
                        .shell = shell,
                        .questions = questions,
                        .executablePath = folder.text("bin/tavrollo"),
                        .revision = 67,
                        .now = [] { return std::time_t{0}; },
-                       .describeSystem = [] { return kSystem; }}};
+                       .describeSystem = [this] { return system; }}};
 };
 
 }  // namespace
@@ -80,10 +81,12 @@ TEST_F(MenuActionsTest, WhatCannotBeStartedIsTold) {
 }
 
 TEST_F(MenuActionsTest, TheRegistryEditorIsStartedOnYesAlone) {
-  questions.answers = {Answer::No, Answer::Yes};
+  questions.answers = {Answer::No, Answer::Cancel, Answer::Yes};
   choose(u"MenuRegEdit");
   EXPECT_EQ(questions.boxes, std::vector<Box>{regEditBox()});
   EXPECT_EQ(journal.size(), 1u);
+  choose(u"MenuRegEdit");
+  EXPECT_EQ(journal.size(), 2u);
   choose(u"MenuRegEdit");
   EXPECT_EQ(journal.back(), "start regedit");
 }
@@ -98,6 +101,10 @@ TEST_F(MenuActionsTest, TheSystemsVersionIsABoxWhereNoProgramShowsIt) {
   choose(u"MenuWinVer");
   EXPECT_EQ(questions.boxes, std::vector<Box>{systemVersionBox(kSystem)});
   EXPECT_EQ(journal.size(), 1u);
+
+  system.reset();
+  choose(u"MenuWinVer");
+  EXPECT_EQ(journal.back(), "start winver");
 }
 
 TEST_F(MenuActionsTest, TheSpreadsheetIsOpenedByTheShell) {

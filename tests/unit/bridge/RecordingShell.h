@@ -17,8 +17,6 @@ class RecordingShell : public Shell {
     return failure;
   }
 
-  CommandKind commandKind(TextView) const override { return CommandKind::Words; }
-
   Failure startCommandLine(const Text& commandLine) override {
     done_.push_back(u"run " + commandLine);
     return failure;

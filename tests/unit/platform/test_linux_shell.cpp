@@ -11,6 +11,13 @@
 
 namespace {
 
+// The kinds of commands that a shell has by itself.
+struct PlainShell : Shell {
+  Failure ShellExecute(const ShellRequest&) override { return {}; }
+  Failure startCommandLine(const Text&) override { return {}; }
+  Failure openInWord(const Text&) override { return {}; }
+};
+
 // A desktop of our own: PATH begins with a folder of recording scripts.
 class LinuxShellTest : public ::testing::Test {
  protected:
@@ -270,6 +277,18 @@ TEST_F(LinuxShellTest, AMissingDirectoryAndAnEmptyNameAreFailures) {
   EXPECT_EQ(execute(u"").number, 53);
   EXPECT_EQ(traces.size(), 2u);
   EXPECT_FALSE(didOpen());
+}
+
+TEST_F(LinuxShellTest, WhatACommandTakesIsAsOnWindowsExceptForWhatABoxShows) {
+  const PlainShell windows;
+  for (const EquivalentRow& row : equivalentRows()) {
+    EXPECT_EQ(shell.commandKind(row.command), row.kind);
+    if (row.kind == CommandKind::Box || row.command == kWordBasic) continue;
+    EXPECT_EQ(windows.commandKind(row.command), row.kind) << toUtf8(row.command);
+  }
+  EXPECT_EQ(shell.commandKind(u"winver"), CommandKind::Box);
+  EXPECT_EQ(windows.commandKind(u"winver"), CommandKind::Words);
+  EXPECT_EQ(shell.commandKind(u"gedit"), CommandKind::Words);
 }
 
 TEST_F(LinuxShellTest, NotepadTakesTheRestOfTheLineAsOnePath) {

@@ -36,7 +36,8 @@ TEST(OsRelease, NameAndVersionAreReadAsAShellWould) {
 TEST(OsRelease, TheSystemIsDescribedWithItsRunningKernel) {
   utsname names{};
   ASSERT_EQ(::uname(&names), 0);
-  const SystemDescription description = describeSystem();
-  EXPECT_FALSE(description.name.empty());
-  EXPECT_EQ(toUtf8(description.kernel), std::string(names.sysname) + " " + names.release);
+  const std::optional<SystemDescription> description = describeSystem();
+  ASSERT_TRUE(description);
+  EXPECT_FALSE(description->name.empty());
+  EXPECT_EQ(toUtf8(description->kernel), std::string(names.sysname) + " " + names.release);
 }

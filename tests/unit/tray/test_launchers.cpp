@@ -78,7 +78,6 @@ TEST_F(LauncherShellTest, AFileThatMayNotBeReadIsTracedWithThatReason) {
 
 TEST_F(LauncherShellTest, TheUsersEntryTakesThePlaceOfItsCommandAlone) {
   entries("notepad=gedit --wait\ncmd=xterm -bg black\nword=abiword\n");
-  inner.kinds[u"notepad"] = CommandKind::OnePath;
   shell.startCommandLine(u"notepad");
   shell.startCommandLine(u"notepad /a b/c'd");
   shell.startCommandLine(u"cmd.exe");
@@ -98,7 +97,7 @@ TEST_F(LauncherShellTest, AnEntryOfACommandThatTakesNoPathIsGivenItsWords) {
 }
 
 TEST_F(LauncherShellTest, TheUsersEntryIsStartedWhereElseABoxWouldBeShown) {
-  inner.kinds = {{u"winver", CommandKind::Box}, {u"explorer", CommandKind::OnePath}};
+  inner.kinds = {{u"winver", CommandKind::Box}};
   EXPECT_EQ(shell.commandKind(u"winver"), CommandKind::Box);
   EXPECT_EQ(shell.commandKind(u"explorer"), CommandKind::OnePath);
   EXPECT_EQ(shell.commandKind(u"charmap"), CommandKind::Words);
