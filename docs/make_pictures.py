@@ -85,6 +85,10 @@ class Pictures:
         self.box("box-browser")
         companion.stop()
 
+        nowhere = desktop.start(companion.program, "--program-folder", "/sys/Tavrollo", name="nowhere")
+        self.box("box-folder")
+        desktop.end(nowhere)
+
     def centre(self, name, width=750, height=550):
         """The middle of the screen, where the program's own windows lie."""
         time.sleep(0.7)
@@ -269,14 +273,17 @@ class Pictures:
                  ("box-update", "Tavrollo : Mise", tavrollo + ("Up",)),
                  ("box-regedit", "Tavrolo : Acc", tools + ("Up", "Up")),
                  ("box-winver", "Tavrollo : Version", tools + ("Down", "Down")),
-                 ("box-missing", 'Tavrollo"', tools + ("Down",)))
+                 ("box-missing", 'Tavrollo"', tools + ("Down",)),
+                 ("box-synchro", "Tavrollo : Synchronisation", ("Down",) * 5),
+                 ("box-quit", 'Tavrollo"', ("Down",) * 3))
         for name, title, keys in boxes:
             self.open_menu(*keys, "Return")
             self.wait_for_window(title)
             self.screen(name, "-gravity", "center", "-crop",
                         f"{900 * self.scale}x{320 * self.scale}+0+0")
-            # A box with only Yes and No has no Escape: its second button is No.
-            self.xdotool("key", *(("Tab", "space") if name == "box-regedit" else ("Escape",)))
+            # A box with only Yes and No has no Escape: the second button is No, or it has the focus.
+            leave = {"box-regedit": ("Tab", "space"), "box-quit": ("Return",)}
+            self.xdotool("key", *leave.get(name, ("Escape",)))
             time.sleep(0.5)
         self.open_menu(*tavrollo, "Down", "Down", "Down", "Return")
         self.wait_for_window("Debug Monitor")
@@ -285,6 +292,20 @@ class Pictures:
         self.centre("debug-monitor")
         self.xdotool("key", "Tab")
         self.xdotool("key", "Escape")
+
+    def without_tray(self):
+        """What a desktop without a tray is told, and the window that has the menu there. The tray
+        does not come back."""
+        companion, store = self.stage.companion, os.path.join(self.stage.desktop.home, "cookies.bin")
+        with open(store, "wb") as file:
+            file.write(bytes(100))
+        companion.configure(store, 600)
+        self.stage.desktop.end_tray()
+        companion.start()
+        self.wait_for_window("Tavrollo : zone")
+        time.sleep(8)  # until the splash has gone
+        self.centre("box-no-tray", 740, 420)
+        companion.stop()
 
     def test_window(self):
         """The window alone, a text encoded, what came out decoded again, a cell shown."""
@@ -344,6 +365,10 @@ def take(stage, folder, scale):
     pictures.page("page-eleve", "eleve.html")
     pictures.page("aide", "aide.html")
     pictures.page("init-cookie", "res_css/htm/init_cookie.html")
+    stage.firefox.stop()
+    stage.companion.stop()
+    stage.replace_browser()
+    pictures.without_tray()
 
 
 def make_help_pictures(folder):

@@ -36,14 +36,14 @@ void MenuActions::MenuChar_Click() { start(u"MenuChar_Click", u"charmap"); }
 void MenuActions::MenuCtrlPanel_Click() { start(u"MenuCtrlPanel_Click", u"control"); }
 void MenuActions::MenuDos_Click() { start(u"MenuDos_Click", u"cmd.exe"); }
 
-// Where no program shows the version, a box does; a program of the user's own goes first.
 void MenuActions::MenuWinVer_Click() {
+  constexpr TextView kCommand = u"winver";
   const std::optional<SystemDescription> system = to_.describeSystem();
-  if (system && !userLauncher(to_.companion.programFolder, launchers::kSystemVersion)) {
+  if (system && to_.shell.commandKind(kCommand) == CommandKind::Box) {
     to_.questions.ask(systemVersionBox(*system));
     return;
   }
-  start(u"MenuWinVer_Click", u"winver");
+  start(u"MenuWinVer_Click", Text(kCommand));
 }
 
 void MenuActions::MenuRegEdit_Click() {
@@ -52,7 +52,8 @@ void MenuActions::MenuRegEdit_Click() {
 
 void MenuActions::MenuExcel_Click() {
   const Text document = templatePath(u"modele_defaut.xls");
-  if (const auto own = userLauncher(to_.companion.programFolder, launchers::kSpreadsheet)) {
+  const auto trace = [this](const Text& line) { to_.companion.trace.log(line); };
+  if (const auto own = userLauncher(to_.companion.programFolder, launchers::kSpreadsheet, trace)) {
     start(u"MenuExcel_Click", withArgument(*own, document));
     return;
   }

@@ -14,6 +14,7 @@
 #include "barcode/qt/SymbolPrint.h"
 #include "bridge/PageKey.h"
 #include "bridge/StateScript.h"
+#include "config/Addresses.h"
 #include "config/CookieStorePlaces.h"
 #include "config/FirefoxProfiles.h"
 #include "config/ShortcutStore.h"
@@ -138,7 +139,9 @@ void frmMain::MenuParam_Click() {
 
 void frmMain::menuCodeBarre_Click() {
   if (!codeBarre_) {
-    const auto fontPage = [this] { return webPageRequest(companion_.settings, u"aide.html").file; };
+    const auto fontPage = [this] {
+      return webPageRequest(companion_.settings, addresses::kFontPage).file;
+    };
     codeBarre_ = std::make_unique<frmCodeBarrePrev>(
         BarcodeSurroundings{companion_.programFolder, companion_.locale, shell_, questions_,
                             fontPage},

@@ -78,10 +78,10 @@ int run(QApplication& application, const Options& options, const TerminationRequ
   InstanceGuard guard;
   const bool first = guard.acquire(companion.programFolder);
 
-  const std::unique_ptr<Shell> shell =
-      makeShell([&companion](const Text& line) { companion.trace.log(line); });
+  const auto trace = [&companion](const Text& line) { companion.trace.log(line); };
+  const std::unique_ptr<Shell> shell = makeShell(trace);
   const std::unique_ptr<DefaultBrowser> browser = makeDefaultBrowser();
-  LauncherShell launchers(companion.programFolder, *shell);
+  LauncherShell launchers(companion.programFolder, *shell, trace);
   frmMain main(companion, launchers, questions, *browser);
   running = &main;
 

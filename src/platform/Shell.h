@@ -17,6 +17,13 @@ struct ShellRequest {
   ShowState show = ShowState::Normal;
 };
 
+// What the command is that a command line begins with.
+enum class CommandKind {
+  Words,    // a program, and words that it is given
+  OnePath,  // a program, and one path with blanks and all: "notepad " + path
+  Box,  // nothing that could be started: the caller tells in a box what it would show ("winver")
+};
+
 // `word` as one word of ShellRequest::parameters: bare when nothing in it needs quoting.
 Text parameterWord(const Text& word);
 
@@ -27,6 +34,12 @@ class Shell {
   // Opens a document with its program, or starts a program. Never waits for it. A failure is also
   // traced; one that shows only later (no program for the document) is traced alone.
   virtual Failure ShellExecute(const ShellRequest& request) = 0;
+
+  // `command` is the first word of a command line. These are the kinds on Windows.
+  virtual CommandKind commandKind(TextView command) const {
+    const bool path = command == u"notepad" || command == u"write" || command == u"explorer";
+    return path ? CommandKind::OnePath : CommandKind::Words;
+  }
 
   // Starts a command line in a normal window with the focus, without waiting: a program's name and
   // what it is to be given, such as "notepad " + path (nothing in it is quoted).

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <string_view>
@@ -10,10 +11,13 @@
 // The commands that start other programs, and lanceurs.cfg in the program folder, in which the user
 // replaces them: one "key=command line" a line, "#" or ";" begin a comment.
 
-// What a command is called in lanceurs.cfg: the first word of its command line, without ".exe".
+// What a command is called in lanceurs.cfg: the first word of its command line, in lower case and
+// without ".exe". `command` may be a key already.
+Text launcherKey(TextView command);
+
+// Keys of what is started by no command line of its own.
 namespace launchers {
 
-inline constexpr TextView kSystemVersion = u"winver";
 inline constexpr TextView kSpreadsheet = u"excel";   // given the template
 inline constexpr TextView kWordProcessor = u"word";  // given the template
 
@@ -25,8 +29,12 @@ Text launchersPath(const Text& programFolder);
 // empty command line is none.
 std::map<Text, Text> parseLaunchers(std::string_view bytes);
 
-// What the user put in place of `key`; nothing without an entry or a file.
-std::optional<Text> userLauncher(const Text& programFolder, TextView key);
+using LauncherTrace = std::function<void(const Text&)>;
+
+// What the user put in place of `key`; nothing without an entry or a file. A file that stands there
+// and cannot be read is traced.
+std::optional<Text> userLauncher(const Text& programFolder, TextView key,
+                                 const LauncherTrace& trace);
 
 // `commandLine` with one document or folder behind it, as one word.
 Text withArgument(const Text& commandLine, const Text& path);
@@ -35,12 +43,16 @@ Text withArgument(const Text& commandLine, const Text& path);
 // read at each start, so that a change needs no restart.
 class LauncherShell : public Shell {
  public:
-  LauncherShell(const Text& programFolder, Shell& shell)
-      : programFolder_(programFolder), shell_(shell) {}
+  LauncherShell(const Text& programFolder, Shell& shell, LauncherTrace trace)
+      : programFolder_(programFolder), shell_(shell), trace_(std::move(trace)) {}
 
   Failure ShellExecute(const ShellRequest& request) override {
     return shell_.ShellExecute(request);
   }
+  CommandKind commandKind(TextView command) const override;
+
+  // What stands behind the command is given to the user's one: a path as one word, words as they
+  // are.
   Failure startCommandLine(const Text& commandLine) override;
   Failure openInWord(const Text& document) override;
   int eventsFd() const override { return shell_.eventsFd(); }
@@ -49,4 +61,5 @@ class LauncherShell : public Shell {
  private:
   const Text& programFolder_;
   Shell& shell_;
+  LauncherTrace trace_;
 };

@@ -218,8 +218,9 @@ class Desktop:
             raise RuntimeError("Xvfb did not start:\n" + self.log("Xvfb"))
         self.environment["DISPLAY"] = ":" + number
         self.start(window_manager, "--sm-disable")
-        self.start(tray, "--edge", "bottom", "--align", "right", "--widthtype", "request",
-                   "--height", "28", "--SetDockType", "true", "--expand", "true")
+        self._tray = self.start(tray, "--edge", "bottom", "--align", "right", "--widthtype",
+                                "request", "--height", "28", "--SetDockType", "true", "--expand",
+                                "true")
         wait_for(self._tray_is_there, "the tray of " + self.environment["DISPLAY"])
 
     def _tray_is_there(self):
@@ -236,6 +237,10 @@ class Desktop:
         if not address:
             raise RuntimeError("dbus-daemon did not start:\n" + self.log("dbus-daemon"))
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
+
+    def end_tray(self):
+        """Takes the tray away, as on a desktop that has none."""
+        self.end(self._tray)
 
     def windows(self):
         """The titles of the windows on the screen, one a line, with their places and sizes."""

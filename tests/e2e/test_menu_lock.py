@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""A page locks and unlocks the menu's administration entries, while it is closed and while it is
-open. What the last entry that can be chosen opens tells which one it is: the pupil's page where the
-teacher's is locked."""
+"""Pages lock and unlock the menu's administration entries, while it is closed and while it is open.
+
+Keys pass over what cannot be chosen: what they lead to tells which entries in front of it can be."""
 
 import subprocess
 import time
@@ -13,6 +13,11 @@ from stage import Stage, build_folder, main
 _SPLASH_WIDTH = 400  # at least; menu, icon and notice are narrower
 _TRAY = 14  # pixels from the screen's corner to the icon's middle
 
+# The page that keys in the menu open. Locked, what is left is: quit, help, the pupil's page.
+_LOCKED = {("Down",) * 2: "aide.html", ("Down",) * 3: "eleve.html", ("Up",): "eleve.html"}
+# Unlocked: two submenus, quit, help, synchronise, explore, the pupil's page, the teacher's page.
+_UNLOCKED = {("Down",) * 4: "aide.html", ("Down",) * 7: "eleve.html", ("Up",): "index.html"}
+
 
 class MenuLock(unittest.TestCase):
     def setUp(self):
@@ -20,6 +25,8 @@ class MenuLock(unittest.TestCase):
         self.enterContext(self.stage)
         self.stage.begin()
         self.stage.replace_browser()  # from now on pages are not shown, but noted
+        folders = self.stage.program("dossiers")
+        self.stage.desktop.register("dossiers", folders + " %f", "inode/directory")
         # A window that comes or goes would close the menu.
         wait_for(self.splash_is_gone, "the splash's end")
 
@@ -57,28 +64,53 @@ class MenuLock(unittest.TestCase):
                 return False
         wait_for(opened, "the menu")
 
-    def choose_last(self):
-        """Chooses the last entry that can be; gives the name of the page that it opens."""
-        already = len(self.stage.recorder.starts("navigateur"))
-        self.xdotool("key", "Up", "Return")
-        starts = self.stage.recorder.wait_for_starts(already + 1, "navigateur")
-        return starts[-1]["arguments"][0].rpartition("/")[2]
+    def started(self, role, *keys):
+        """Presses keys in the open menu, then Return; the arguments of what is started as `role`."""
+        already = len(self.stage.recorder.starts(role))
+        self.xdotool("key", *keys, "Return")
+        return self.stage.recorder.wait_for_starts(already + 1, role)[-1]["arguments"]
+
+    def assert_opens(self, pages, when, before_choosing=lambda: None):
+        """Opens the menu once for each of the keys and chooses what they lead to."""
+        for keys, page in pages.items():
+            self.open_menu()
+            before_choosing()
+            opened = self.started("navigateur", *keys)[0].rpartition("/")[2]
+            self.assertEqual(opened, page, f"{when}: {keys}")
+
+    def assert_each_entry_answers(self):
+        """The five entries that a lock closes, unlocked now, each do what they are for."""
+        self.open_menu()
+        self.assertEqual(self.started("notepad", "Down", "Right", "Down", "Down"), [])
+        self.open_menu()
+        self.assertEqual(self.started("dossiers", *["Down"] * 6),
+                         [self.stage.companion.page_path("user_datas")])
+        for title, keys in (("QrCode : Contacter", ("Down", "Down", "Right", "Down")),
+                            ("Tavrollo : Synchronisation", ("Down",) * 5)):
+            self.open_menu()
+            self.xdotool("key", *keys, "Return")
+            self.stage.desktop.press(title, "Escape")
+            wait_for(lambda: f'"{title}' not in self.stage.desktop.windows(), f"{title}'s end")
+        self.open_menu()
+        self.assertTrue(self.started("navigateur", "Up")[0].endswith("/index.html"))
 
     def test_pages_lock_and_unlock_the_closed_and_the_open_menu(self):
-        self.open_menu()
-        self.assertEqual(self.choose_last(), "eleve.html", "locked at the start")
+        command = self.stage.command
+        self.assert_opens(_LOCKED, "locked at the start")
+        command("lzck", "false")
+        self.assert_opens(_UNLOCKED, "unlocked while closed")
+        self.assert_each_entry_answers()
+        command("lzck", "true")
+        self.assert_opens(_LOCKED, "locked while closed")
 
-        self.stage.command("lzck", "false")
-        self.open_menu()
-        self.assertEqual(self.choose_last(), "index.html", "unlocked while closed")
-
-        self.open_menu()
-        self.stage.command("lzck", "true")
-        self.assertEqual(self.choose_last(), "eleve.html", "locked while open")
-
-        self.open_menu()
-        self.stage.command("ini", "sésame")
-        self.assertEqual(self.choose_last(), "index.html", "unlocked by the key while open")
+        for keys in _LOCKED:
+            key = {keys: _LOCKED[keys]}
+            command("lzck", "false")
+            self.assert_opens(key, "locked while open", lambda: command("lzck", "true"))
+        for keys in _UNLOCKED:
+            key = {keys: _UNLOCKED[keys]}
+            command("lzck", "true")
+            self.assert_opens(key, "unlocked while open", lambda: command("ini", "sésame"))
 
 
 if __name__ == "__main__":

@@ -28,6 +28,10 @@ class RecordingShell : public Shell {
     if (!throws.empty()) throw std::runtime_error(throws);
     return failure;
   }
+  CommandKind commandKind(TextView command) const override {
+    const auto found = kinds.find(Text(command));
+    return found == kinds.end() ? Shell::commandKind(command) : found->second;
+  }
   Failure startCommandLine(const Text& commandLine) override {
     journal_.push_back("start " + toUtf8(commandLine));
     return failure;
@@ -38,6 +42,7 @@ class RecordingShell : public Shell {
   }
 
   std::vector<ShellRequest> requests;
+  std::map<Text, CommandKind> kinds;  // where they are others than on Windows
   Failure failure;
   std::string throws;  // what ShellExecute throws, when anything
 

@@ -40,23 +40,35 @@ constexpr Equivalent kTerminals[] = {
     {"konsole", "konsole", "-e"},
     {"xfce4-terminal", "xfce4-terminal", "-x"},
     {"mate-terminal", "mate-terminal", "-x"},
+    {"lxterminal", "lxterminal", "-e"},
     {"qterminal", "qterminal", "-e"},
+    {"tilix", "tilix", "-e"},
+    {"terminator", "terminator", "-x"},
+    {"kitty", "kitty", "-e"},
+    {"alacritty", "alacritty", "-e"},
+    {"urxvt", "rxvt-unicode", "-e"},
     {"xterm", "xterm", "-e"},
+    {"foot", "foot", "-e"},  // it knows Wayland alone
 };
 
 constexpr Equivalent kRegistries[] = {{"dconf-editor", "dconf-editor"}};
 
+constexpr Equivalent kFileManagers[] = {kDocumentOpener};
+
 constexpr TextView kTerminal = u"cmd.exe";
 
-// "word.basic" is no command line but the word processor that a document is opened in.
+constexpr std::size_t kMostSuggestions = 5;
+
 constexpr EquivalentRow kRows[] = {
-    {u"notepad", Handler::First, "text/plain", kEditors},
-    {u"write", Handler::Last, "application/rtf", kWriters},
-    {u"word.basic", Handler::Last, "application/msword", kWriters},
-    {u"charmap", Handler::None, "", kCharacterTables},
-    {u"control", Handler::None, "", kControlPanels},
-    {kTerminal, Handler::None, "", kTerminals},
-    {u"regedit", Handler::None, "", kRegistries},
+    {u"notepad", CommandKind::OnePath, Handler::First, "text/plain", kEditors},
+    {u"write", CommandKind::OnePath, Handler::Last, "application/rtf", kWriters},
+    {kWordBasic, CommandKind::OnePath, Handler::Last, "application/msword", kWriters},
+    {u"explorer", CommandKind::OnePath, Handler::Alone, "inode/directory", kFileManagers},
+    {u"charmap", CommandKind::Words, Handler::None, "", kCharacterTables},
+    {u"control", CommandKind::Words, Handler::None, "", kControlPanels},
+    {kTerminal, CommandKind::Words, Handler::None, "", kTerminals},
+    {u"regedit", CommandKind::Words, Handler::None, "", kRegistries},
+    {u"winver", CommandKind::Box, Handler::None, "", {}},
 };
 
 }  // namespace
@@ -77,10 +89,11 @@ const Equivalent* installedEquivalent(const EquivalentRow& row) {
   return nullptr;
 }
 
-Text missingText(const EquivalentRow& row) {
+Text missingText(std::span<const Equivalent> programs) {
+  const auto suggested = programs.first(std::min(programs.size(), kMostSuggestions));
   std::string text;
-  for (const Equivalent& equivalent : row.programs) {
-    if (!text.empty()) text += &equivalent == &row.programs.back() ? " ou " : ", ";
+  for (const Equivalent& equivalent : suggested) {
+    if (!text.empty()) text += &equivalent == &suggested.back() ? " ou " : ", ";
     text.append(equivalent.program).append(" (paquet ").append(equivalent.package).append(")");
   }
   return fromUtf8(text);

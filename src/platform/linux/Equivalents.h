@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "text/Text.h"
+#include "platform/Shell.h"
 
 // What stands here for the programs that a command line asks for under their Windows names.
 
@@ -17,10 +17,15 @@ struct Equivalent {
 };
 
 // Whether the desktop's own program for a kind of document will do, and when it is looked at.
-enum class Handler { None, First, Last };
+// Alone: the desktop opens the path itself, without one the home folder.
+enum class Handler { None, First, Last, Alone };
+
+// No command line but the word processor that a letter is opened in.
+inline constexpr TextView kWordBasic = u"word.basic";
 
 struct EquivalentRow {
-  TextView command;  // alone on its line or, where there is a handler, in front of one path
+  TextView command;  // the first word of its line
+  CommandKind kind;  // what stands here for a command of words stands for it alone on its line
   Handler handler;
   std::string_view mimeType;             // of the documents that the handler is registered for
   std::span<const Equivalent> programs;  // the first one that is installed wins
@@ -34,8 +39,11 @@ const EquivalentRow* equivalentRow(TextView command);
 // The first program of the row that is in PATH; null when none is.
 const Equivalent* installedEquivalent(const EquivalentRow& row);
 
-// What could be installed: "a (paquet b) ou c (paquet d)".
-Text missingText(const EquivalentRow& row);
+// What hands a document to the desktop.
+inline constexpr Equivalent kDocumentOpener{"xdg-open", "xdg-utils"};
+
+// What could be installed: "a (paquet b) ou c (paquet d)", five at most.
+Text missingText(std::span<const Equivalent> programs);
 
 // What starts a program in a terminal window, in front of the program's own words. Empty when no
 // terminal is installed.

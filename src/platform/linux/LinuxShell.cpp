@@ -3,6 +3,7 @@
 
 #include <cerrno>
 #include <optional>
+#include <sys/stat.h>
 #include <utility>
 
 #include "platform/Files.h"
@@ -38,6 +39,13 @@ std::string placeOf(const std::string& file, const Text& directory) {
   if (file.starts_with('/')) return file;
   const Text folder = directory.empty() ? currentFolder() : directory;
   return toUtf8Lossless(folder) + (folder.ends_with(u'/') ? "" : "/") + file;
+}
+
+// Why nothing can be opened at `path`; success where something stands.
+Failure absence(const std::string& path) {
+  struct stat status {};
+  if (::stat(path.c_str(), &status) == 0) return {};
+  return about(failureFromErrno(errno), fromUtf8Lossless(path));
 }
 
 // A name without "/" is a program of PATH, also where a document of that name stands.
@@ -116,6 +124,10 @@ std::optional<std::vector<std::string>> equivalentCommand(const EquivalentRow& r
   return row.handler == Handler::Last ? handler() : std::nullopt;
 }
 
+Failure nothingInstalled(std::span<const Equivalent> programs) {
+  return about(failureFromErrno(ENOENT), missingText(programs));
+}
+
 }  // namespace
 
 LinuxShell::LinuxShell(Trace trace) : trace_(std::move(trace)) {}
@@ -129,7 +141,7 @@ Failure LinuxShell::ShellExecute(const ShellRequest& request) {
   const std::string program = programOf(file, place);
   if (program.empty()) {
     const bool address = isAddress(file) && !somethingAt(fromUtf8Lossless(place));
-    return open(address ? file : place, folder);
+    return address ? open(file, folder) : openPath(place, folder);
   }
   std::vector<std::string> arguments = {program};
   for (const Text& word : splitCommandWords(request.parameters)) {
@@ -138,21 +150,28 @@ Failure LinuxShell::ShellExecute(const ShellRequest& request) {
   return start({.arguments = arguments, .folder = folder, .withoutVariables = {}});
 }
 
+CommandKind LinuxShell::commandKind(TextView command) const {
+  const EquivalentRow* row = equivalentRow(command);
+  return row ? row->kind : CommandKind::Words;
+}
+
 Failure LinuxShell::startCommandLine(const Text& commandLine) {
   const std::size_t blank = commandLine.find(u' ');
   const Text first = commandLine.substr(0, blank);
   const Text rest = blank == Text::npos ? Text() : commandLine.substr(blank + 1);
-  if (first == u"explorer") {
-    const Text folder = rest.empty() ? homeFolder() : rest;
-    return open(placeOf(toUtf8Lossless(folder), {}), {});
-  }
   const EquivalentRow* row = equivalentRow(first);
-  const bool stands = row && (rest.empty() || row->handler != Handler::None);
+  const bool stands =
+      row && row->kind != CommandKind::Box && (rest.empty() || row->kind == CommandKind::OnePath);
   return stands ? startEquivalent(*row, rest) : startWords(splitCommandWords(commandLine));
 }
 
 Failure LinuxShell::openInWord(const Text& document) {
-  return startEquivalent(*equivalentRow(u"word.basic"), document);
+  const EquivalentRow& row = *equivalentRow(kWordBasic);
+  const std::string path = toUtf8Lossless(document);
+  const auto command = equivalentCommand(row, {path});
+  if (!command) return traced(nothingInstalled(row.programs));
+  if (Failure missing = absence(path)) return traced(missing);
+  return start({.arguments = *command, .folder = {}, .withoutVariables = {}});
 }
 
 void LinuxShell::reap() {
@@ -163,14 +182,22 @@ void LinuxShell::reap() {
 }
 
 Failure LinuxShell::open(const std::string& document, const std::string& folder) {
-  if (programInPath("xdg-open").empty()) {
-    return traced(about(failureFromErrno(ENOENT), u"xdg-open (paquet xdg-utils)"));
-  }
-  return start({.arguments = {"xdg-open", document}, .folder = folder, .withoutVariables = {}},
+  const std::string opener(kDocumentOpener.program);
+  if (programInPath(opener).empty()) return traced(nothingInstalled({&kDocumentOpener, 1}));
+  return start({.arguments = {opener, document}, .folder = folder, .withoutVariables = {}},
                fromUtf8Lossless(document));
 }
 
+Failure LinuxShell::openPath(const std::string& path, const std::string& folder) {
+  if (Failure missing = absence(path)) return traced(missing);
+  return open(path, folder);
+}
+
 Failure LinuxShell::startEquivalent(const EquivalentRow& row, const Text& path) {
+  if (row.handler == Handler::Alone) {
+    const Text place = path.empty() ? homeFolder() : path;
+    return openPath(placeOf(toUtf8Lossless(place), {}), {});
+  }
   std::vector<std::string> files;
   if (!path.empty()) files.push_back(toUtf8Lossless(guardDash(path)));
   if (const auto command = equivalentCommand(row, files)) {
@@ -178,9 +205,9 @@ Failure LinuxShell::startEquivalent(const EquivalentRow& row, const Text& path) 
   }
   // A text without an editor may still have a viewer.
   if (row.handler == Handler::First && !path.empty()) {
-    return open(placeOf(toUtf8Lossless(path), {}), {});
+    return openPath(placeOf(toUtf8Lossless(path), {}), {});
   }
-  return traced(about(failureFromErrno(ENOENT), missingText(row)));
+  return traced(nothingInstalled(row.programs));
 }
 
 Failure LinuxShell::startWords(const std::vector<Text>& words) {

@@ -9,8 +9,9 @@
 #include "platform/linux/Equivalents.h"
 #include "platform/linux/Process.h"
 
-// The shell over a freedesktop.org desktop: programs are started, everything else is handed to
-// xdg-open. How a window is shown is the desktop's affair: ShellRequest::show has no effect.
+// The shell over a freedesktop.org desktop: programs are started, everything else that stands
+// anywhere is handed to xdg-open. How a window is shown is the desktop's affair: ShellRequest::show
+// has no effect.
 class LinuxShell : public Shell {
  public:
   using Trace = std::function<void(const Text&)>;
@@ -20,9 +21,10 @@ class LinuxShell : public Shell {
   // A program is a file that the kernel can execute, or a name without "/" that stands in PATH.
   Failure ShellExecute(const ShellRequest& request) override;
 
-  // "explorer" takes the rest of the line as one path and stands for the desktop's file manager;
-  // the commands of Equivalents.h stand for what is installed, and those that a desktop's handler
-  // can stand for take one path too. Any other program gets the rest split.
+  CommandKind commandKind(TextView command) const override;
+
+  // The commands of Equivalents.h stand for what is installed. Any other program gets the rest of
+  // the line split.
   Failure startCommandLine(const Text& commandLine) override;
 
   Failure openInWord(const Text& document) override;
@@ -32,6 +34,7 @@ class LinuxShell : public Shell {
 
  private:
   Failure open(const std::string& document, const std::string& folder);
+  Failure openPath(const std::string& path, const std::string& folder);
   Failure startEquivalent(const EquivalentRow& row, const Text& path);
   Failure startWords(const std::vector<Text>& words);
   Failure start(const ProcessStart& start, const Text& document = {});

@@ -38,9 +38,11 @@ bool isProgram(const std::string& path) {
 }
 
 std::string programInPath(const std::string& name) {
-  const char* path = std::getenv("PATH");
-  if (!path || name.empty() || name.find('/') != std::string::npos) return {};
-  for (const std::string_view folder : split(std::string_view(path), std::string_view(":"))) {
+  constexpr std::string_view kPathWhenUnset = "/bin:/usr/bin";  // what starting a program takes too
+  const char* set = std::getenv("PATH");
+  const std::string_view path = set ? std::string_view(set) : kPathWhenUnset;
+  if (name.empty() || name.find('/') != std::string::npos) return {};
+  for (const std::string_view folder : split(path, std::string_view(":"))) {
     std::string file = std::string(folder.empty() ? "." : folder) + "/" + name;
     if (isProgram(file)) return file;
   }

@@ -178,6 +178,8 @@ TEST_F(frmMainTest, TheStartLeavesTheNoticeWaitingAndTheMenuWithItsBitmaps) {
   EXPECT_GT(notice->y(), notice->screen()->geometry().bottom());
   EXPECT_FALSE(entry("MenuQuit").icon().isNull());
   EXPECT_FALSE(entry("MenuRegEdit").icon().isNull());
+  EXPECT_FALSE(std::filesystem::exists(folder.path("LastDateCheckUpdate.txt")))
+      << "nobody looks for an update at the start";
 }
 
 TEST_F(frmMainTest, WatchesAtTheIntervalOfTheSettings) {
@@ -479,6 +481,8 @@ TEST_F(frmMainTest, QuitWithYesSavesTheOffsetAndEndsTheProgramAtOnce) {
   questions.answers = {Answer::Yes};
   EXPECT_EXIT(entry("MenuQuit").trigger(), testing::ExitedWithCode(0), "");
   EXPECT_EQ(folder.read("offsetCookie.dat"), "5\r\n");
+  questions.answers = {Answer::Cancel};  // whatever is not No
+  EXPECT_EXIT(entry("MenuQuit").trigger(), testing::ExitedWithCode(0), "");
 }
 
 TEST_F(frmMainTest, TheSettingsStopTheWatching) {
@@ -589,10 +593,9 @@ TEST_F(frmMainTest, TheAuthorAndTheSystemsVersionAreToldInBoxes) {
   entry("menuContact").trigger();
   EXPECT_EQ(questions.boxes.back(), contactBox());
 
-  const std::optional<SystemDescription> system = describeSystem();
-  ASSERT_TRUE(system);
+  shell.kinds[u"winver"] = CommandKind::Box;
   entry("MenuWinVer").trigger();
-  EXPECT_EQ(questions.boxes.back(), systemVersionBox(*system));
+  EXPECT_EQ(questions.boxes.back(), systemVersionBox(*describeSystem()));
 }
 
 TEST_F(frmMainTest, AboutShowsTheSplash) {
@@ -734,7 +737,7 @@ TEST_F(frmMainTest, AnEntryStartsWhatIsInstalledAndThenWhatTheUserPutInItsPlace)
   const QByteArray path = qgetenv("PATH");
   qputenv("PATH", QByteArray::fromStdString(folder.path("bin") + ":/usr/bin:/bin"));
   const std::unique_ptr<Shell> real = makeShell([](const Text&) {});
-  LauncherShell launchers(companion.programFolder, *real);
+  LauncherShell launchers(companion.programFolder, *real, [](const Text&) {});
   main = std::make_unique<frmMain>(companion, launchers, questions, browser);
 
   entry("MenuChar").trigger();
@@ -743,6 +746,14 @@ TEST_F(frmMainTest, AnEntryStartsWhatIsInstalledAndThenWhatTheUserPutInItsPlace)
   entry("MenuChar").trigger();
   EXPECT_EQ(ran("mine"), "mine a b c\n");
   EXPECT_FALSE(std::filesystem::exists(folder.path("bin/kcharselect.done")));
+
+  questions.answers = {Answer::Ok};
+  entry("MenuWinVer").trigger();
+  EXPECT_EQ(questions.boxes.back(), systemVersionBox(*describeSystem()));
+  folder.write("lanceurs.cfg", "winver=mine -v\n");
+  std::filesystem::remove(folder.path("bin/mine.done"));
+  entry("MenuWinVer").trigger();
+  EXPECT_EQ(ran("mine"), "mine -v\n");
   qputenv("PATH", path);
 }
 

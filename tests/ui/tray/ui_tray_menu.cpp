@@ -149,6 +149,41 @@ TEST(TrayMenu, TellsWhichEntryWasChosen) {
   }
 }
 
+TEST(TrayMenu, EveryEntryIsReachedByTheKeyboard) {
+  Tray tray;
+  QMenu& menu = tray.menu.menu();
+  const auto press = [](Qt::Key key) { QTest::keyClick(QApplication::activePopupWidget(), key); };
+  // Down from the top of the entry's own menu to the entry; a submenu opens with its first entry.
+  const std::function<void(TextView)> goTo = [&](TextView name) {
+    const TextView parent = menuEntry(name)->parent;
+    if (parent != kMenuName) {
+      goTo(parent);
+      press(Qt::Key_Right);
+    } else {
+      press(Qt::Key_Down);
+    }
+    for (const MenuEntry& each : menuEntries()) {
+      if (each.parent != parent || each.kind == MenuEntryKind::Separator) continue;
+      if (each.name == name) return;
+      press(Qt::Key_Down);
+    }
+  };
+  for (const MenuEntry& entry : menuEntries()) {
+    if (entry.kind != MenuEntryKind::Command || entry.caption.empty()) continue;
+    tray.chosen.clear();
+    tray.menu.popUpAt({100, 100});
+    ASSERT_TRUE(waitUntil([&] { return menu.isVisible(); }));
+    goTo(entry.name);
+    press(Qt::Key_Return);
+    EXPECT_EQ(tray.chosen, (std::vector<Text>{Text(entry.name)}));
+    ASSERT_TRUE(waitUntil([&] { return !menu.isVisible(); }));
+  }
+  tray.menu.popUpAt({100, 100});
+  ASSERT_TRUE(waitUntil([&] { return menu.isVisible(); }));
+  press(Qt::Key_Escape);
+  EXPECT_FALSE(menu.isVisible());
+}
+
 TEST(TrayMenu, OpensOnceWhileItIsOpen) {
   Tray tray;
   QMenu& menu = tray.menu.menu();
@@ -222,6 +257,13 @@ TEST(MenuWindow, ButtonPopsTheMenuUp) {
   EXPECT_FALSE(button.icon().isNull());
   QTest::mouseClick(&button, Qt::LeftButton);
   EXPECT_TRUE(waitUntil([&] { return tray.menu.menu().isVisible(); }));
+  tray.menu.menu().close();
+
+  window.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  EXPECT_EQ(QApplication::focusWidget(), &button);
+  QTest::keyClick(&button, Qt::Key_Space);
+  EXPECT_TRUE(waitUntil([&] { return tray.menu.menu().isVisible(); })) << "by the keyboard too";
   tray.menu.menu().close();
 }
 

@@ -73,7 +73,7 @@ TEST_F(MenuActionsTest, TheToolsAreStartedByTheirCommandLines) {
 TEST_F(MenuActionsTest, WhatCannotBeStartedIsTold) {
   shell.failure = {53, u"Fichier introuvable : gucharmap (paquet gucharmap)"};
   for (const TextView entry : {u"MenuNotePad", u"MenuWordPad", u"MenuChar", u"MenuCtrlPanel",
-                               u"MenuDos", u"MenuExplorer", u"MenuMSword"}) {
+                               u"MenuDos", u"MenuExplorer", u"MenuWinVer", u"MenuMSword"}) {
     questions.answers = {Answer::Ok};
     choose(entry);
     EXPECT_EQ(questions.boxes.back(), errorBox(Text(entry) + u"_Click", shell.failure.description));
@@ -81,26 +81,30 @@ TEST_F(MenuActionsTest, WhatCannotBeStartedIsTold) {
 }
 
 TEST_F(MenuActionsTest, TheRegistryEditorIsStartedOnYesAlone) {
-  questions.answers = {Answer::No, Answer::Yes};
+  questions.answers = {Answer::No, Answer::Cancel, Answer::Yes};
   choose(u"MenuRegEdit");
   EXPECT_EQ(questions.boxes, std::vector<Box>{regEditBox()});
   EXPECT_EQ(journal.size(), 1u);
+  choose(u"MenuRegEdit");
+  EXPECT_EQ(journal.size(), 2u);
   choose(u"MenuRegEdit");
   EXPECT_EQ(journal.back(), "start regedit");
 }
 
 TEST_F(MenuActionsTest, TheSystemsVersionIsABoxWhereNoProgramShowsIt) {
+  choose(u"MenuWinVer");
+  EXPECT_EQ(journal, Journal({"start winver"}));
+
+  journal.clear();
+  shell.kinds[u"winver"] = CommandKind::Box;
   questions.answers = {Answer::Ok};
   choose(u"MenuWinVer");
   EXPECT_EQ(questions.boxes, std::vector<Box>{systemVersionBox(kSystem)});
+  EXPECT_EQ(journal.size(), 1u);
 
-  journal.clear();
-  folder.write("lanceurs.cfg", "winver=hostnamectl\n");
-  choose(u"MenuWinVer");
-  std::filesystem::remove(folder.path("lanceurs.cfg"));
   system.reset();
   choose(u"MenuWinVer");
-  EXPECT_EQ(journal, Journal({"start winver", "start winver"}));
+  EXPECT_EQ(journal.back(), "start winver");
 }
 
 TEST_F(MenuActionsTest, TheSpreadsheetIsOpenedByTheShell) {
@@ -116,6 +120,14 @@ TEST_F(MenuActionsTest, TheSpreadsheetIsOpenedByTheShell) {
   folder.write("lanceurs.cfg", "excel=gnumeric\n");
   choose(u"MenuExcel");
   EXPECT_EQ(journal.back(), "start gnumeric " + toUtf8(parameterWord(request.file)));
+  EXPECT_EQ(companion.trace.text(), u"");
+}
+
+TEST_F(MenuActionsTest, LaunchersThatCannotBeReadAreTracedAndTheShellOpensTheSpreadsheet) {
+  folder.makeFolders("lanceurs.cfg");
+  choose(u"MenuExcel");
+  EXPECT_EQ(journal, Journal({"execute " + folder.path("modeles_word_excel/modele_defaut.xls")}));
+  EXPECT_NE(companion.trace.text().find(folder.text("lanceurs.cfg")), Text::npos);
 }
 
 TEST_F(MenuActionsTest, WhatTheShellCannotOpenShowsNoBox) {

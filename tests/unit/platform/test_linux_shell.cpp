@@ -11,6 +11,13 @@
 
 namespace {
 
+// The kinds of commands that a shell has by itself.
+struct PlainShell : Shell {
+  Failure ShellExecute(const ShellRequest&) override { return {}; }
+  Failure startCommandLine(const Text&) override { return {}; }
+  Failure openInWord(const Text&) override { return {}; }
+};
+
 // A desktop of our own: PATH begins with a folder of recording scripts.
 class LinuxShellTest : public ::testing::Test {
  protected:
@@ -109,6 +116,41 @@ TEST_F(LinuxShellTest, FoldersAndAddressesAreOpenedByTheDesktop) {
   }
 }
 
+TEST_F(LinuxShellTest, WhatIsNotThereFailsAtOnceWithItsReason) {
+  scratch.write("a.txt", "text");
+  std::filesystem::create_symlink("gone", scratch.path("link"));
+  struct Row {
+    Text file;
+    Text reason;
+    Text named;
+  };
+  const Row rows[] = {
+      {scratch.text("é.pdf"), u"Fichier introuvable", scratch.text("é.pdf")},
+      {u"é.pdf", u"Fichier introuvable", scratch.text("é.pdf")},
+      {scratch.text("gone/é.pdf"), u"Fichier introuvable", scratch.text("gone/é.pdf")},
+      {scratch.text("link"), u"Fichier introuvable", scratch.text("link")},
+      {scratch.text("a.txt/é"), u"Chemin d'accès introuvable", scratch.text("a.txt/é")},
+      {u"--version", u"Fichier introuvable", scratch.text("--version")},
+      {u"C:\\a.pdf", u"Fichier introuvable", scratch.text() + u"/C:\\a.pdf"},
+  };
+  for (const Row& row : rows) {
+    traces.clear();
+    const Failure failure = execute(row.file, {}, scratch.text());
+    EXPECT_TRUE(failure) << toUtf8(row.file);
+    EXPECT_EQ(failure.description, row.reason + u" : " + row.named);
+    EXPECT_EQ(traces, std::vector<Text>{failure.description});
+  }
+  EXPECT_FALSE(didOpen());
+}
+
+TEST_F(LinuxShellTest, AFolderThatMayNotBeEnteredIsTheReason) {
+  const int outcome = inChildWithoutRights([this] {
+    const Failure denied{70, u"Permission refusée : " + scratch.text("a.txt")};
+    return execute(scratch.text("a.txt")) == denied ? 0 : 1;
+  });
+  EXPECT_EQ(outcome, 0);
+}
+
 TEST_F(LinuxShellTest, ARelativeFileIsRelativeToTheDirectory) {
   scratch.write("res_css/htm/start.html", "page");
   EXPECT_FALSE(execute(u"res_css/htm/start.html", {}, scratch.text()));
@@ -122,8 +164,9 @@ TEST_F(LinuxShellTest, ANameWithAColonIsAFileWhereOneStands) {
 }
 
 TEST_F(LinuxShellTest, ANameThatLooksLikeAnOptionIsAFile) {
-  EXPECT_FALSE(execute(u"--version", {}, u"/"));
-  EXPECT_EQ(openedArguments(), "/--version\n");
+  scratch.write("--version", "text");
+  EXPECT_FALSE(execute(u"--version", {}, scratch.text()));
+  EXPECT_EQ(openedArguments(), scratch.path("--version") + "\n");
 }
 
 TEST_F(LinuxShellTest, AProgramGetsItsParameters) {
@@ -190,20 +233,21 @@ TEST_F(LinuxShellTest, WhatCannotBeOpenedIsTracedWhenItShows) {
     const char16_t* trace;
   };
   const Row rows[] = {
-      {1, u"xdg-open : code 1 (commande mal formée) - /é"},
-      {2, u"xdg-open : code 2 (fichier introuvable) - /é"},
-      {3, u"xdg-open : code 3 (un outil nécessaire est introuvable) - /é"},
-      {4, u"xdg-open : code 4 (l'action a échoué) - /é"},
-      {9, u"xdg-open : code 9 - /é"},
+      {1, u"xdg-open : code 1 (commande mal formée) - "},
+      {2, u"xdg-open : code 2 (fichier introuvable) - "},
+      {3, u"xdg-open : code 3 (un outil nécessaire est introuvable) - "},
+      {4, u"xdg-open : code 4 (l'action a échoué) - "},
+      {9, u"xdg-open : code 9 - "},
   };
+  const Text file = fromPath(scratch.write("é", "text"));
   for (const Row& row : rows) {
     fakeXdgOpen(row.status);
     traces.clear();
-    EXPECT_FALSE(execute(u"/é"));
+    EXPECT_FALSE(execute(file));
     pollfd wait{.fd = shell.eventsFd(), .events = POLLIN, .revents = 0};
     ASSERT_EQ(::poll(&wait, 1, 10000), 1);
     shell.reap();
-    EXPECT_EQ(traces, std::vector<Text>{row.trace});
+    EXPECT_EQ(traces, std::vector<Text>{row.trace + file});
   }
 }
 
@@ -216,7 +260,7 @@ TEST_F(LinuxShellTest, HowAProgramEndsIsItsOwnAffair) {
 
 TEST_F(LinuxShellTest, AMissingXdgOpenIsAFailureThatIsTraced) {
   std::filesystem::remove(scratch.path("bin/xdg-open"));
-  EXPECT_EQ(execute(u"/a.txt"),
+  EXPECT_EQ(execute(fromPath(scratch.write("a.txt", "text"))),
             (Failure{53, u"Fichier introuvable : xdg-open (paquet xdg-utils)"}));
   EXPECT_EQ(traces, std::vector<Text>{u"Fichier introuvable : xdg-open (paquet xdg-utils)"});
 }
@@ -228,10 +272,23 @@ TEST_F(LinuxShellTest, AFailedStartIsAFailureThatIsTraced) {
 }
 
 TEST_F(LinuxShellTest, AMissingDirectoryAndAnEmptyNameAreFailures) {
+  scratch.write("a", "text");
   EXPECT_EQ(execute(scratch.text("a"), {}, scratch.text("missing")).number, 76);
   EXPECT_EQ(execute(u"").number, 53);
   EXPECT_EQ(traces.size(), 2u);
   EXPECT_FALSE(didOpen());
+}
+
+TEST_F(LinuxShellTest, WhatACommandTakesIsAsOnWindowsExceptForWhatABoxShows) {
+  const PlainShell windows;
+  for (const EquivalentRow& row : equivalentRows()) {
+    EXPECT_EQ(shell.commandKind(row.command), row.kind);
+    if (row.kind == CommandKind::Box || row.command == kWordBasic) continue;
+    EXPECT_EQ(windows.commandKind(row.command), row.kind) << toUtf8(row.command);
+  }
+  EXPECT_EQ(shell.commandKind(u"winver"), CommandKind::Box);
+  EXPECT_EQ(windows.commandKind(u"winver"), CommandKind::Words);
+  EXPECT_EQ(shell.commandKind(u"gedit"), CommandKind::Words);
 }
 
 TEST_F(LinuxShellTest, NotepadTakesTheRestOfTheLineAsOnePath) {
@@ -270,8 +327,9 @@ TEST_F(LinuxShellTest, AnEditorOfTheTerminalGetsATerminal) {
 TEST_F(LinuxShellTest, WithoutATerminalTheDesktopOpensTheFile) {
   recorder("bin/ed");
   fakeEditor("e.desktop", "ed %f", "Terminal=true\n");
-  EXPECT_FALSE(shell.startCommandLine(u"notepad /a b"));
-  EXPECT_EQ(openedArguments(), "/a b\n");
+  const std::string file = scratch.write("a b", "text");
+  EXPECT_FALSE(shell.startCommandLine(u"notepad " + fromPath(file)));
+  EXPECT_EQ(openedArguments(), file + "\n");
 }
 
 TEST_F(LinuxShellTest, WithoutAnEditorTheDesktopOpensTheFile) {
@@ -284,22 +342,27 @@ TEST_F(LinuxShellTest, WithoutAnEditorTheDesktopOpensTheFile) {
       [this] { fakeEditor("e.desktop", "editor %f", "Hidden=true\n"); },        // deleted
       [this] { fakeEditor("e.desktop", "editor %f", "TryExec=not-there\n"); },  // program gone
   };
+  const std::string file = scratch.write("a b.txt", "text");
   for (const auto& prepare : desktops) {
     std::filesystem::remove(opened);
     prepare();
-    EXPECT_FALSE(shell.startCommandLine(u"notepad /a b.txt"));
-    EXPECT_EQ(openedArguments(), "/a b.txt\n");
+    EXPECT_FALSE(shell.startCommandLine(u"notepad " + fromPath(file)));
+    EXPECT_EQ(openedArguments(), file + "\n");
   }
+  std::filesystem::remove(opened);
+  EXPECT_EQ(shell.startCommandLine(u"notepad /é"), (Failure{53, u"Fichier introuvable : /é"}));
+  EXPECT_FALSE(didOpen());
   EXPECT_EQ(shell.startCommandLine(u"notepad").description,
-            u"Fichier introuvable : " + missingText(*equivalentRow(u"notepad")));
+            u"Fichier introuvable : " + missingText(equivalentRow(u"notepad")->programs));
 }
 
 TEST_F(LinuxShellTest, AnXdgMimeThatHangsIsNotWaitedFor) {
   scratch.script("bin/xdg-mime", "sleep 60");
   const auto before = std::chrono::steady_clock::now();
-  EXPECT_FALSE(shell.startCommandLine(u"notepad /a"));
+  const std::string file = scratch.write("a", "text");
+  EXPECT_FALSE(shell.startCommandLine(u"notepad " + fromPath(file)));
   EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(20));
-  EXPECT_EQ(openedArguments(), "/a\n");
+  EXPECT_EQ(openedArguments(), file + "\n");
 }
 
 TEST_F(LinuxShellTest, ALauncherWhoseEditorIsMissingHidesNoOther) {
@@ -307,10 +370,12 @@ TEST_F(LinuxShellTest, ALauncherWhoseEditorIsMissingHidesNoOther) {
     recorder("bin/xterm");
     fakeEditor("e.desktop", "no-such-editor %f", more);
     EXPECT_EQ(shell.startCommandLine(u"notepad"),
-              (Failure{53, u"Fichier introuvable : " + missingText(*equivalentRow(u"notepad"))}));
+              (Failure{53, u"Fichier introuvable : " +
+                               missingText(equivalentRow(u"notepad")->programs)}));
 
-    EXPECT_FALSE(shell.startCommandLine(u"notepad /a b"));
-    EXPECT_EQ(openedArguments(), "/a b\n");
+    const std::string file = scratch.write("a b", "text");
+    EXPECT_FALSE(shell.startCommandLine(u"notepad " + fromPath(file)));
+    EXPECT_EQ(openedArguments(), file + "\n");
     std::filesystem::remove(opened);
 
     recorder("bin/mousepad");
@@ -330,14 +395,33 @@ TEST_F(LinuxShellTest, AHandlerThatIsMissingHidesNotThePackageOfTheWordProcessor
 }
 
 TEST_F(LinuxShellTest, ExplorerOpensTheRestOfTheLineAsOneFolder) {
-  EXPECT_FALSE(shell.startCommandLine(u"explorer /a b/é"));
-  EXPECT_EQ(openedArguments(), "/a b/é\n");
+  scratch.makeFolders("a 'b/é");
+  EXPECT_FALSE(shell.startCommandLine(u"explorer " + scratch.text("a 'b/é")));
+  EXPECT_EQ(openedArguments(), scratch.path("a 'b/é") + "\n");
 }
 
 TEST_F(LinuxShellTest, ExplorerAloneOpensTheHomeFolder) {
-  const Variable home("HOME", "/home/a");
-  EXPECT_FALSE(shell.startCommandLine(u"explorer"));
-  EXPECT_EQ(openedArguments(), "/home/a\n");
+  const Variable home("HOME", scratch.path("data"));
+  scratch.makeFolders("data");
+  for (const char16_t* line : {u"explorer", u"explorer "}) {
+    std::filesystem::remove(opened);
+    EXPECT_FALSE(shell.startCommandLine(line));
+    EXPECT_EQ(openedArguments(), scratch.path("data") + "\n");
+  }
+}
+
+TEST_F(LinuxShellTest, AFolderThatIsMissingOrCannotBeOpenedIsToldByExplorer) {
+  EXPECT_EQ(shell.startCommandLine(u"explorer /é"), (Failure{53, u"Fichier introuvable : /é"}));
+  EXPECT_FALSE(didOpen());
+
+  fakeXdgOpen(4);
+  EXPECT_FALSE(shell.startCommandLine(u"explorer " + scratch.text()));
+  EXPECT_TRUE(didOpen());
+  EXPECT_EQ(traces.back(), u"xdg-open : code 4 (l'action a échoué) - " + scratch.text());
+
+  std::filesystem::remove(scratch.path("bin/xdg-open"));
+  EXPECT_EQ(shell.startCommandLine(u"explorer " + scratch.text()),
+            (Failure{53, u"Fichier introuvable : xdg-open (paquet xdg-utils)"}));
 }
 
 TEST_F(LinuxShellTest, AnInstalledEditorServesADesktopThatNamesNone) {
@@ -351,8 +435,8 @@ TEST_F(LinuxShellTest, TheToolsOfWindowsAreWhatIsInstalledInTheirPlace) {
   for (const char16_t* command : {u"write", u"charmap", u"control", u"cmd.exe", u"regedit"}) {
     const EquivalentRow& row = *equivalentRow(command);
     EXPECT_EQ(shell.startCommandLine(command),
-              (Failure{53, u"Fichier introuvable : " + missingText(row)}));
-    EXPECT_EQ(traces.back(), u"Fichier introuvable : " + missingText(row));
+              (Failure{53, u"Fichier introuvable : " + missingText(row.programs)}));
+    EXPECT_EQ(traces.back(), u"Fichier introuvable : " + missingText(row.programs));
 
     recorder("bin/" + std::string(row.programs.back().program));
     EXPECT_FALSE(shell.startCommandLine(command));
@@ -384,15 +468,25 @@ TEST_F(LinuxShellTest, WriteIsTheHandlerOfItsDocumentsWithoutAWriter) {
 TEST_F(LinuxShellTest, WordOpensADocumentInTheWriterOrItsHandler) {
   fakeHandler("application/msword", "words.desktop", "words %U");
   recorder("bin/words");
-  EXPECT_FALSE(shell.openInWord(u"/é a/modele.doc"));
-  EXPECT_EQ(startedArguments(), "/é a/modele.doc\n");
+  const std::string letter = scratch.write("é a/modele.doc", "{\\rtf1}");
+  EXPECT_FALSE(shell.openInWord(fromPath(letter)));
+  EXPECT_EQ(startedArguments(), letter + "\n");
 
   std::filesystem::remove(started);
   scratch.script("bin/words", "exit 1");
   recorder("bin/lowriter");
-  EXPECT_FALSE(shell.openInWord(u"/modele.doc"));
-  EXPECT_EQ(startedArguments(), "/modele.doc\n");
+  EXPECT_FALSE(shell.openInWord(fromPath(letter)));
+  EXPECT_EQ(startedArguments(), letter + "\n");
   EXPECT_FALSE(didOpen());
+}
+
+TEST_F(LinuxShellTest, ALetterThatIsMissingStartsNoWordProcessor) {
+  recorder("bin/lowriter");
+  const Failure missing{53, u"Fichier introuvable : " + scratch.text("modele.doc")};
+  EXPECT_EQ(shell.openInWord(scratch.text("modele.doc")), missing);
+  EXPECT_EQ(traces, std::vector<Text>{missing.description});
+  EXPECT_FALSE(didOpen());
+  EXPECT_FALSE(std::filesystem::exists(started));
 }
 
 TEST_F(LinuxShellTest, WithoutAWordProcessorNothingIsOpenedAndThePackageIsNamed) {

@@ -51,4 +51,11 @@ TEST_F(ProgramsTest, TheFirstFolderOfPathThatHasItWins) {
   EXPECT_EQ(programInPath("../two/b"), "");
 }
 
+TEST_F(ProgramsTest, WithoutAPathTheSystemsOwnFoldersCount) {
+  const Variable unset("PATH", std::nullopt);
+  EXPECT_EQ(programInPath("sh"), "/bin/sh");
+  const Variable empty("PATH", "");  // the current folder, as wherever a program is started
+  EXPECT_EQ(programInPath("sh"), "");
+}
+
 }  // namespace

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "support/Doubles.h"
+#include "support/Processes.h"
 #include "support/Scratch.h"
 
 namespace {
@@ -16,7 +17,9 @@ class LauncherShellTest : public ::testing::Test {
   Text programFolder = folder.text();
   Journal journal;
   RecordingShell inner{journal};
-  LauncherShell shell{programFolder, inner};
+  std::vector<Text> traces;
+  LauncherTrace trace = [this](const Text& line) { traces.push_back(line); };
+  LauncherShell shell{programFolder, inner, trace};
 };
 
 }  // namespace
@@ -43,12 +46,34 @@ TEST(Launchers, TheFileIsReadLineByLine) {
 }
 
 TEST_F(LauncherShellTest, WithoutAFileEveryCommandLineIsTheShellsOwn) {
-  EXPECT_EQ(userLauncher(programFolder, u"notepad"), std::nullopt);
+  EXPECT_EQ(userLauncher(programFolder, u"notepad", trace), std::nullopt);
   EXPECT_FALSE(shell.startCommandLine(u"notepad /a b"));
   EXPECT_FALSE(shell.startCommandLine(u"cmd.exe"));
   EXPECT_FALSE(shell.openInWord(u"/m.doc"));
   shell.ShellExecute({.file = u"/c"});
   EXPECT_EQ(journal, Journal({"start notepad /a b", "start cmd.exe", "word /m.doc", "execute /c"}));
+  EXPECT_TRUE(traces.empty());
+}
+
+TEST_F(LauncherShellTest, AFileThatCannotBeReadIsTracedAndTheCommandLinesAreTheShellsOwn) {
+  folder.makeFolders("lanceurs.cfg");
+  EXPECT_FALSE(shell.startCommandLine(u"notepad /a b"));
+  EXPECT_FALSE(shell.openInWord(u"/m.doc"));
+  EXPECT_EQ(journal, Journal({"start notepad /a b", "word /m.doc"}));
+  const Text line = u"Erreur d'accès Chemin/Fichier : " + folder.text("lanceurs.cfg");
+  EXPECT_EQ(traces, (std::vector<Text>{line, line}));
+}
+
+TEST_F(LauncherShellTest, AFileThatMayNotBeReadIsTracedWithThatReason) {
+  entries("notepad=gedit\n");
+  std::filesystem::permissions(folder.path("lanceurs.cfg"), std::filesystem::perms::none);
+  std::filesystem::permissions(folder.path(), static_cast<std::filesystem::perms>(0755));
+  const int outcome = inChildWithoutRights([this] {
+    shell.startCommandLine(u"notepad");
+    const std::vector<Text> denied{u"Permission refusée : " + folder.text("lanceurs.cfg")};
+    return traces == denied && journal == Journal({"start notepad"}) ? 0 : 1;
+  });
+  EXPECT_EQ(outcome, 0);
 }
 
 TEST_F(LauncherShellTest, TheUsersEntryTakesThePlaceOfItsCommandAlone) {
@@ -62,6 +87,26 @@ TEST_F(LauncherShellTest, TheUsersEntryTakesThePlaceOfItsCommandAlone) {
                               "start gedit --wait " + toUtf8(parameterWord(u"/a b/c'd")),
                               "start xterm -bg black", "start charmap",
                               "start abiword " + toUtf8(parameterWord(u"/m n.doc"))}));
+}
+
+TEST_F(LauncherShellTest, AnEntryOfACommandThatTakesNoPathIsGivenItsWords) {
+  entries("cmd=xterm -hold\ncharmap=mine\n");
+  shell.startCommandLine(u"cmd.exe -e 'a b' c");
+  shell.startCommandLine(u"charmap ");
+  EXPECT_EQ(journal, Journal({"start xterm -hold -e 'a b' c", "start mine"}));
+}
+
+TEST_F(LauncherShellTest, TheUsersEntryIsStartedWhereElseABoxWouldBeShown) {
+  inner.kinds = {{u"winver", CommandKind::Box}};
+  EXPECT_EQ(shell.commandKind(u"winver"), CommandKind::Box);
+  EXPECT_EQ(shell.commandKind(u"explorer"), CommandKind::OnePath);
+  EXPECT_EQ(shell.commandKind(u"charmap"), CommandKind::Words);
+
+  entries("winver=hostnamectl\nexplorer=thunar\n");
+  EXPECT_EQ(shell.commandKind(u"winver"), CommandKind::Words);
+  EXPECT_EQ(shell.commandKind(u"explorer"), CommandKind::OnePath);
+  shell.startCommandLine(u"winver");
+  EXPECT_EQ(journal, Journal({"start hostnamectl"}));
 }
 
 TEST_F(LauncherShellTest, AChangeHoldsAtOnce) {

@@ -51,4 +51,5 @@ TEST(MenuBoxes, SystemVersion) {
 TEST(Addresses, AreOnAHostThatNobodyOwns) {
   EXPECT_TRUE(addresses::kAuthorMail.ends_with(u"@example.org"));
   EXPECT_TRUE(addresses::kUpdatePage.starts_with(u"https://example.org/"));
+  EXPECT_EQ(addresses::kFontPage, u"aide.html");
 }
