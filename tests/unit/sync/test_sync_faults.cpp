@@ -96,6 +96,44 @@ TEST_F(SyncFaults, AStickThatIsPulledBeforeTheCopyGetsNothingWrittenInItsPlace) 
   EXPECT_TRUE(backup.namesIn("stick").empty());
 }
 
+TEST_F(SyncFaults, WhatAPulledStickWasMountedOnGetsNothingEither) {
+  source.write("a", "1");
+  {
+    const Mounted disk(backup.path(), "size=64k");
+    if (!disk) GTEST_SKIP() << "only the administrator may mount";
+    list();
+    ASSERT_EQ(rows.size(), 1u);
+  }
+  const SyncReport report = execute();
+  ASSERT_EQ(report.notCopied.size(), 1u);
+  EXPECT_EQ(report.notCopied[0].failure, failures::changedSinceCompared());
+  EXPECT_EQ(backup.entries(), 0u);
+  EXPECT_TRUE(questions.boxes.empty());
+}
+
+TEST_F(SyncFaults, AStickOfSixteenMegabytesThatFillsUpKeepsEveryFileWhole) {
+  const Mounted disk(backup.path(), "size=16m");
+  if (!disk) GTEST_SKIP() << "only the administrator may mount";
+  const std::string fresh(300'000, 'n');
+  const std::string stale(300'000, 'o');
+  for (int i = 0; i < 80; ++i) {
+    const std::string name = "d" + std::to_string(i % 4) + "/" + std::to_string(i);
+    setTime(source.write(name, fresh), kNew);
+    if (i % 4 == 0) setTime(backup.write(name, stale), kOld);
+  }
+  list();
+  const SyncReport report = execute();
+  EXPECT_GT(report.copied, 40u);
+  EXPECT_EQ(report.copied + report.notCopied.size(), 80u);
+  const Listing after = listed(backup);
+  EXPECT_TRUE(after.leftovers.empty());
+  for (std::size_t i = 0; i < after.files.size(); ++i) {
+    const std::string content = backup.read(after.path(i));
+    EXPECT_TRUE(content == fresh || content == stale) << after.path(i);
+  }
+  EXPECT_EQ(differencesOf(source, backup).size(), report.notCopied.size());
+}
+
 TEST_F(SyncFaults, ADiskThatBecomesReadOnlyMeanwhileKeepsItsFiles) {
   const Mounted disk(backup.path(), "size=1m");
   if (!disk) GTEST_SKIP() << "only the administrator may mount";
