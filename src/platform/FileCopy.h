@@ -42,16 +42,17 @@ class FileCopyBatch {
   FileCopyBatch& operator=(const FileCopyBatch&) = delete;
 
   // Writes the job's file under its hidden name. A symbolic link is followed on either side, and
-  // stays one. Refused: a source that became older or changes while it is read, a target that is
-  // not as it was. `stopped` is set when `goOn` said so; then nothing of the file is left.
+  // stays one. Refused: a source that changes while it is read, a target that is another one than
+  // what was compared, and a source that became older where a target stands. `stopped` is set when
+  // `goOn` said so; then nothing of the file is left.
   Failure add(const FileCopyJob& job, std::size_t ticket, const GoOn& goOn, bool& stopped);
 
   // True when it is time to commit.
   bool full() const;
   bool empty() const;
 
-  // Flushes, looks at both sides of each file once more, and gives those that are still as they
-  // were their names. One result for each added file. `waiting` is called now and then meanwhile.
+  // Flushes, looks at both sides of each file once more, and gives those that may still be copied
+  // their names. One result for each added file. `waiting` is called now and then meanwhile.
   std::vector<FileCopyResult> commit(const Waiting& waiting);
 
  private:

@@ -60,6 +60,9 @@ class FolderTree {
   // all.
   Failure open(const Text& root, bool* missing = nullptr);
 
+  // A number that folders on one file system share; 0 while the tree is not open.
+  std::uint64_t fileSystem() const;
+
   using Wants = std::function<bool(NativeView name)>;
   using Visit = std::function<bool(FolderEntry&& entry)>;
 

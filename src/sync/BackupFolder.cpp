@@ -36,5 +36,6 @@ Text homeDriveRoot(const DrivePlaces& places) {
       if (isFolder(sticks)) return AjouterAntislash(sticks);
     }
   }
-  return AjouterAntislash(places.home);
+  const bool isTop = !toPath(places.home).has_relative_path();
+  return isTop || !isFolder(places.home) ? Text() : AjouterAntislash(places.home);
 }

@@ -19,4 +19,5 @@ DrivePlaces drivePlaces();
 
 // The folder from which a user without a backup folder chooses one, with a separator at its end:
 // the home drive; where there are no drives, the folder of the user's sticks, else the home folder.
+// Never the top of all folders unless a home drive says so; "" when there is none of these.
 Text homeDriveRoot(const DrivePlaces& places);

@@ -28,6 +28,17 @@ NativeView folderOfPath(NativeView path) {
   return cut == NativeView::npos ? NativeView() : path.substr(0, cut);
 }
 
+// The file system on which the folder stands, or would stand when it was made; 0 when nobody knows.
+std::uint64_t fileSystemAt(std::filesystem::path folder) {
+  for (;;) {
+    FolderTree tree;
+    if (!tree.open(fromPath(folder))) return tree.fileSystem();
+    const std::filesystem::path above = folder.parent_path();
+    if (above == folder || above.empty()) return 0;
+    folder = above;
+  }
+}
+
 // A side while rows are carried out.
 struct OpenSide {
   explicit OpenSide(const Listing& listed) : listing(listed) {}
@@ -69,11 +80,18 @@ class Run {
     FileCopyBatch batch{from.tree, to.tree};
   };
 
-  // A side that was missing when it was listed is made. One that went away since is not: it was a
-  // stick that was pulled, and its files would end up on the disk.
+  // A missing side is made, but not in the place of a stick that was pulled since it was listed:
+  // its files would end up on the disk below.
   void open(OpenSide& side) {
-    side.failure = side.tree.open(side.listing.root);
-    if (!side.failure || !side.listing.rootMissing || rows_.empty()) return;
+    bool missing = false;
+    side.failure = side.tree.open(side.listing.root, &missing);
+    if (rows_.empty()) return;
+    const std::uint64_t before = side.listing.fileSystem;
+    if (before != 0 && fileSystemAt(toPath(side.listing.root)) != before) {
+      if (!side.failure) side.failure = failures::changedSinceCompared();
+      return;
+    }
+    if (!missing) return;
     CreerSousDossiers(side.listing.root, questions_);
     side.failure = side.tree.open(side.listing.root);
   }

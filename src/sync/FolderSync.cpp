@@ -4,7 +4,6 @@
 #include <filesystem>
 #include <system_error>
 
-#include "platform/Files.h"
 #include "sync/SyncPaths.h"
 #include "sync/SyncTexts.h"
 #include "sync/modCopyFile.h"
@@ -16,17 +15,17 @@ FolderSync::Outcome FolderSync::compare(const Text& webRoot, const Text& backupP
   ViderListe(backup_);
   ViderGrille(table_);
   webRoot_ = webRoot;
-  const Text sourceRoot = userFilesRoot(webRoot);
-  const Text backupRoot = AjouterAntislash(backupPath);
-  if (foldersOverlap(sourceRoot, backupRoot)) {
-    questions_.ask(foldersOverlapBox(backupRoot));
+  backupRoot_ = AjouterAntislash(backupPath);
+  if (foldersOverlap(userFilesRoot(webRoot), backupRoot_)) {
+    questions_.ask(foldersOverlapBox(backupRoot_));
     return Outcome::Refused;
   }
 
   const Box box = shortcutCopyFailedBox();
+  liveTable_ = fileStamp(liveShortcutTable(webRoot));
   copyTable(liveShortcutTable(webRoot), travellingShortcutTable(webRoot), &box);
-  source_ = list(sourceRoot, pattern, Side::Source);
-  if (!source_.stopped) backup_ = list(backupRoot, pattern, Side::Backup);
+  source_ = LancerLaRecherche_FSO(1, pattern);
+  if (!source_.stopped) backup_ = LancerLaRecherche_FSO(2, pattern);
   if (source_.stopped || backup_.stopped) return Outcome::Stopped;
 
   removeLeftovers(source_);
@@ -40,11 +39,13 @@ SyncReport FolderSync::synchronise() {
   SyncReport report = executeRows(source_, backup_, table_.rows, questions_, progress_);
   std::string before;
   std::string after;
-  const bool stood = !readFile(liveShortcutTable(webRoot_), before);
-  copyTable(travellingShortcutTable(webRoot_), liveShortcutTable(webRoot_), nullptr);
-  const bool stands = !readFile(liveShortcutTable(webRoot_), after);
-  report.shortcutsRestored = stands && (!stood || before != after);
   firstComparison_ = false;
+  const Text live = liveShortcutTable(webRoot_);
+  if (fileStamp(live) != liveTable_) return report;
+  const bool stood = !readFile(live, before);
+  copyTable(travellingShortcutTable(webRoot_), live, nullptr);
+  const bool stands = !readFile(live, after);
+  report.shortcutsRestored = stands && (!stood || before != after);
   return report;
 }
 
@@ -60,8 +61,11 @@ void FolderSync::copyTable(const Text& from, const Text& to, const Box* box) {
   if (box) questions_.ask(*box);
 }
 
-Listing FolderSync::list(const Text& root, const Text& pattern, Side side) {
-  Listing listing = listFolder(root, pattern, side, progress_);
+// Side 1 is the source, any other the backup.
+Listing FolderSync::LancerLaRecherche_FSO(std::int16_t id, const Text& Filtre) {
+  const Side side = id == 1 ? Side::Source : Side::Backup;
+  const Text root = id == 1 ? userFilesRoot(webRoot_) : backupRoot_;
+  Listing listing = listFolder(root, Filtre, side, progress_);
   const bool notOpened =
       listing.rootMissing || (listing.obstacles.size() == 1 && listing.obstacles[0].path.empty());
   if (notOpened) questions_.ask(folderMissingBox(root));

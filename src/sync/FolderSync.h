@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/Files.h"
 #include "sync/Execution.h"
 
 // What stands behind the synchronisation window: the roots and listings of the last comparison, its
@@ -22,8 +23,9 @@ class FolderSync {
   // mean every file.
   Outcome compare(const Text& webRoot, const Text& backupPath, const Text& pattern);
 
-  // Carries out the table and puts the shortcut table back in its live place. The next comparison
-  // is no longer the first. To be followed by another `compare`.
+  // Carries out the table and puts the shortcut table back in its live place, unless the live one
+  // was saved since the comparison. The next comparison is no longer the first. To be followed by
+  // another `compare`.
   SyncReport synchronise();
 
   // The window closes: the shortcut table among the user's files goes, the live one stays.
@@ -36,11 +38,13 @@ class FolderSync {
 
  private:
   void copyTable(const Text& from, const Text& to, const Box* box);
-  Listing list(const Text& root, const Text& pattern, Side side);
+  Listing LancerLaRecherche_FSO(std::int16_t id, const Text& Filtre);
 
   Questions& questions_;
   SyncProgress& progress_;
   Text webRoot_;
+  Text backupRoot_;
+  std::optional<FileStamp> liveTable_;  // as it was compared
   Listing source_;
   Listing backup_;
   DifferenceTable table_;

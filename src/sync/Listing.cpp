@@ -37,6 +37,7 @@ class Walk {
     listing_.rootMissing = missing;
     if (failure && !missing) addObstacle({}, ObstacleKind::Unreadable, failure);
     if (failure) return;
+    listing_.fileSystem = tree_.fileSystem();
     queue_.emplace_back();
     while (!queue_.empty() && !listing_.stopped) {
       listFolder(queue_.front());

@@ -25,10 +25,11 @@ struct Obstacle {
 };
 
 struct Listing {
-  Text root;                 // as it was given
-  bool rootMissing = false;  // there is no such folder
-  bool stopped = false;      // the progress ended the work: what follows is not all
-  NativeName names;          // all relative paths, one behind the other
+  Text root;                     // as it was given
+  bool rootMissing = false;      // there is no such folder
+  std::uint64_t fileSystem = 0;  // on which the root was; 0: nobody knows
+  bool stopped = false;          // the progress ended the work: what follows is not all
+  NativeName names;              // all relative paths, one behind the other
   std::vector<ListedFile> files;
   std::vector<Obstacle> obstacles;
   std::vector<NativeName> leftovers;  // hidden files of copies that were interrupted

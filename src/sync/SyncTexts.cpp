@@ -105,3 +105,11 @@ Text copiedLine(std::size_t copied, std::size_t failed) {
       .append(u" non copié")
       .append(plural(failed));
 }
+
+Text reportLine(std::size_t copied, std::size_t failed, std::size_t withheld) {
+  Text line = copiedLine(copied, failed);
+  if (withheld > 0) {
+    line.append(u", ").append(countText(withheld)).append(u" non comparé").append(plural(withheld));
+  }
+  return line;
+}

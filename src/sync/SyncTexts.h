@@ -41,3 +41,7 @@ Text obstacleLine(const Text& root, const Obstacle& obstacle);
 Text notCopiedLine(const Text& path, const Failure& failure);
 Text withheldLine(std::size_t count);
 Text copiedLine(std::size_t copied, std::size_t failed);
+
+// The line of the window about a run: what copiedLine says, and how many files were passed over
+// because the other side could not be asked about them.
+Text reportLine(std::size_t copied, std::size_t failed, std::size_t withheld);

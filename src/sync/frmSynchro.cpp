@@ -41,18 +41,17 @@ QPixmap sidePicture(TextView key) { return imageOfKey(key).pixmap(24, 24); }
 
 }  // namespace
 
-// While it lives, nothing else is begun: the work lets events in.
+// While it lives, nothing that would come between is begun: the work lets events in.
 class frmSynchro::Busy {
  public:
-  explicit Busy(frmSynchro& window) : window_(window), focus_(window.focusWidget()) {
-    window_.busy_ = true;
+  Busy(frmSynchro& window, std::initializer_list<QWidget*> waiting)
+      : window_(window), waiting_(waiting), focus_(window.focusWidget()) {
     window_.sinceYield_.invalidate();
-    window_.enableControls(false);
+    for (QWidget* control : waiting_) control->setEnabled(false);
   }
   ~Busy() {
-    window_.busy_ = false;
     window_.ui_->ProgressBar->hide();
-    window_.enableControls(true);
+    for (QWidget* control : waiting_) control->setEnabled(true);
     if (focus_) focus_->setFocus();  // which it lost when it was disabled
   }
   Busy(const Busy&) = delete;
@@ -60,6 +59,7 @@ class frmSynchro::Busy {
 
  private:
   frmSynchro& window_;
+  std::vector<QWidget*> waiting_;
   QWidget* focus_;
 };
 
@@ -101,7 +101,6 @@ void frmSynchro::connectControls() {
 }
 
 void frmSynchro::run(TextView procedure, void (frmSynchro::*handler)()) {
-  if (busy_) return;
   guarded(to_.questions, procedure, [&] { (this->*handler)(); });
 }
 
@@ -221,7 +220,8 @@ void frmSynchro::cmdCompare_Click() {
 void frmSynchro::compare() {
   FolderSync::Outcome outcome = FolderSync::Outcome::Stopped;
   {
-    const Busy busy(*this);
+    const Busy busy(*this, {ui_->cmdPath, ui_->txtPath, ui_->cmdCompare, ui_->cmdSynchro,
+                            ui_->cmdClose, ui_->labNbre_1, ui_->labNbre_2});
     startComparison();
     const Text webRoot = webApplicationRoot(to_.settings.shortcutPath);
     outcome = sync_.compare(webRoot, fromQt(ui_->txtPath->text()), fromQt(ui_->txtFiltre->text()));
@@ -265,20 +265,12 @@ void frmSynchro::showFolder(std::size_t element, const Text& folder) {
   labDir_[element]->setText(toQt(folder));
 }
 
-void frmSynchro::enableControls(bool enable) {
-  for (QWidget* control : std::initializer_list<QWidget*>{
-           ui_->cmdPath, ui_->txtPath, ui_->txtFiltre, ui_->cmdCompare, ui_->cmdSynchro,
-           ui_->cmdClose, ui_->labNbre_1, ui_->labNbre_2}) {
-    control->setEnabled(enable);
-  }
-}
-
 // --- Synchronising ------------------------------------------------------------------------------
 
 void frmSynchro::cmdSynchro_Click() {
   SyncReport report;
   {
-    const Busy busy(*this);
+    const Busy busy(*this, {ui_->cmdCompare, ui_->cmdSynchro, ui_->cmdClose});
     ui_->labReport->clear();
     ui_->ProgressBar->setMaximum(static_cast<int>(sync_.table().rows.size()) + 1);
     ui_->ProgressBar->setValue(0);
@@ -289,7 +281,8 @@ void frmSynchro::cmdSynchro_Click() {
   if (report.shortcutsRestored) to_.readShortcutsAgain();
   compare();
   labDir_[kStatus]->setText(toQt(kSyncDone));
-  ui_->labReport->setText(toQt(copiedLine(report.copied, report.notCopied.size())));
+  ui_->labReport->setText(
+      toQt(reportLine(report.copied, report.notCopied.size(), sync_.table().withheld)));
   const bool more = !ui_->cmdSynchro->isHidden();
   (more ? ui_->cmdSynchro : ui_->cmdClose)->setFocus();
 }

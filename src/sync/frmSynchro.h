@@ -55,7 +55,6 @@ class frmSynchro : public QWidget, private SyncProgress {
   class Busy;
   void run(TextView procedure, void (frmSynchro::*handler)());
   void connectControls();
-  void enableControls(bool enable);
   void compare();
   void startComparison();
   void showOutcome(FolderSync::Outcome outcome);
@@ -73,5 +72,4 @@ class frmSynchro : public QWidget, private SyncProgress {
   QElapsedTimer sinceYield_;
   Text lastFolder_[3];
   bool open_ = false;
-  bool busy_ = false;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <functional>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -32,10 +33,22 @@ struct FolderPair {
   bool isPartlyUnknown() const;
 };
 
-// Lists and compares two existing folders. False when one is missing or one is in the other; `err`
-// has got a sentence then.
-bool compareFolders(const std::string& source, const std::string& backup, const Text& pattern,
-                    std::ostream& err, FolderPair& pair);
+// What the two verbs say and do differently.
+struct FolderVerb {
+  std::string_view usage;
+
+  // Takes the option at `at`, which it moves to the option's last word. False for one that the verb
+  // does not know.
+  std::function<bool(const std::vector<std::string>& arguments, std::size_t& at)> takeOption;
+
+  // What is done with two folders that were compared. The exit status.
+  std::function<int(const FolderPair& pair)> work;
+};
+
+// Runs a verb over the two existing folders that its arguments name. One that is missing or in the
+// other is said to `err`, and the status is kFailed.
+int runFolderVerb(const FolderVerb& verb, const std::vector<std::string>& arguments,
+                  std::ostream& out, std::ostream& err);
 
 // One line: the action's code, then path, date and size on the source's and on the backup's side,
 // separated by tabs. In paths, "\", tab and line breaks are written \\ \t \n \r.

@@ -2,7 +2,6 @@
 #include <algorithm>
 
 #include "sync/Execution.h"
-#include "text/Utf.h"
 #include "tools/FolderPair.h"
 #include "tools/Verbs.h"
 
@@ -19,11 +18,9 @@ constexpr std::string_view kUsage =
 
 enum class Direction { Both, ToBackup, ToSource };
 
-struct Request {
-  std::vector<std::string> folders;
+struct Wishes {
   Direction direction = Direction::Both;
   bool dryRun = false;
-  Text pattern;
 };
 
 bool parseDirection(const std::string& word, Direction& direction) {
@@ -39,23 +36,14 @@ bool parseDirection(const std::string& word, Direction& direction) {
   return true;
 }
 
-bool parseRequest(const std::vector<std::string>& arguments, Request& request) {
-  for (std::size_t i = 0; i < arguments.size(); ++i) {
-    const std::string& argument = arguments[i];
-    const bool hasNext = i + 1 < arguments.size();
-    if (argument == "--direction" && hasNext) {
-      if (!parseDirection(arguments[++i], request.direction)) return false;
-    } else if (argument == "--filter" && hasNext) {
-      request.pattern = fromUtf8Lossless(arguments[++i]);
-    } else if (argument == "--dry-run") {
-      request.dryRun = true;
-    } else if (!argument.empty() && !argument.starts_with('-')) {
-      request.folders.push_back(argument);
-    } else {
-      return false;
-    }
+bool takeOption(const std::vector<std::string>& arguments, std::size_t& at, Wishes& wishes) {
+  if (arguments[at] == "--dry-run") {
+    wishes.dryRun = true;
+    return true;
   }
-  return request.folders.size() == 2;
+  const bool hasNext = at + 1 < arguments.size();
+  return arguments[at] == "--direction" && hasNext &&
+         parseDirection(arguments[++at], wishes.direction);
 }
 
 bool isAskedFor(const DifferenceRow& row, Direction direction) {
@@ -93,30 +81,28 @@ bool copyRows(const FolderPair& pair, std::vector<DifferenceRow>& rows, std::ost
   return report.notCopied.empty();
 }
 
+int copyAsWished(const FolderPair& pair, const Wishes& wishes, std::ostream& out,
+                 std::ostream& err) {
+  std::vector<DifferenceRow> rows;
+  std::copy_if(pair.table.rows.begin(), pair.table.rows.end(), std::back_inserter(rows),
+               [&](const DifferenceRow& row) { return isAskedFor(row, wishes.direction); });
+  const bool allAskedFor = rows.size() == pair.table.rows.size();
+
+  const bool allCopied = wishes.dryRun || copyRows(pair, rows, err);
+  for (const DifferenceRow& row : rows) writeRow(out, pair, row);
+  if (!allCopied || pair.isPartlyUnknown()) return kFailed;
+  const bool somethingLeft = !allAskedFor || (wishes.dryRun && !rows.empty());
+  return somethingLeft ? kDifferent : kDone;
+}
+
 }  // namespace
 
 int syncVerb(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
-  if (asksForHelp(arguments)) {
-    out << kUsage;
-    return kDone;
-  }
-  Request request;
-  if (!parseRequest(arguments, request)) {
-    err << kUsage;
-    return kFailed;
-  }
-  FolderPair pair;
-  if (!compareFolders(request.folders[0], request.folders[1], request.pattern, err, pair)) {
-    return kFailed;
-  }
-  std::vector<DifferenceRow> rows;
-  std::copy_if(pair.table.rows.begin(), pair.table.rows.end(), std::back_inserter(rows),
-               [&](const DifferenceRow& row) { return isAskedFor(row, request.direction); });
-  const bool allAskedFor = rows.size() == pair.table.rows.size();
-
-  const bool allCopied = request.dryRun || copyRows(pair, rows, err);
-  for (const DifferenceRow& row : rows) writeRow(out, pair, row);
-  if (!allCopied || pair.isPartlyUnknown()) return kFailed;
-  const bool somethingLeft = !allAskedFor || (request.dryRun && !rows.empty());
-  return somethingLeft ? kDifferent : kDone;
+  Wishes wishes;
+  const FolderVerb verb{
+      .usage = kUsage,
+      .takeOption = [&](const auto& words,
+                        std::size_t& at) { return takeOption(words, at, wishes); },
+      .work = [&](const FolderPair& pair) { return copyAsWished(pair, wishes, out, err); }};
+  return runFolderVerb(verb, arguments, out, err);
 }

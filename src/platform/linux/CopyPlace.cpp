@@ -6,6 +6,7 @@
 #include <fcntl.h>
 #include <linux/magic.h>
 #include <memory>
+#include <sys/sysmacros.h>
 #include <sys/vfs.h>
 #include <unistd.h>
 
@@ -14,17 +15,27 @@
 namespace {
 
 constexpr mode_t kPermissions = 0777;
-constexpr long kExFat = 0x2011BAB0;  // the kernel's EXFAT_SUPER_MAGIC, which not every header has
+// The kernel's EXFAT_SUPER_MAGIC and NTFS3_SUPER_MAGIC, which not every header has.
+constexpr long kExFat = 0x2011BAB0;
+constexpr long kNtfs = 0x7366746E;
 
 FileState stateOf(const struct stat& status) {
   return {.modified = status.st_mtim.tv_sec, .size = static_cast<std::uint64_t>(status.st_size)};
+}
+
+// The drivers outside the kernel that have a drive to themselves are those for exFAT and NTFS; the
+// others lie over folders that know permissions.
+bool isOnDriveOfItsOwn(int file) {
+  struct stat status {};
+  return ::fstat(file, &status) == 0 && major(status.st_dev) != 0;
 }
 
 // Where the permissions are made up by the system they say nothing about the file.
 bool keepsPermissions(int file) {
   struct statfs system {};
   if (::fstatfs(file, &system) != 0) return true;
-  return system.f_type != MSDOS_SUPER_MAGIC && system.f_type != kExFat;
+  if (system.f_type == FUSE_SUPER_MAGIC) return !isOnDriveOfItsOwn(file);
+  return system.f_type != MSDOS_SUPER_MAGIC && system.f_type != kExFat && system.f_type != kNtfs;
 }
 
 mode_t newFileMode() {
@@ -68,8 +79,7 @@ Failure checkTarget(const CopyPlace& target, const std::optional<FileState>& exp
                     std::optional<mode_t>& oldMode) {
   struct stat status {};
   if (!target.status(status, AT_SYMLINK_NOFOLLOW)) {
-    if (errno != ENOENT) return failureFromErrno(errno);
-    return expected ? failures::changedSinceCompared() : Failure();
+    return failureFromErrno(errno == ENOENT ? 0 : errno);
   }
   if (S_ISDIR(status.st_mode)) return failureFromErrno(EISDIR);
   if (!S_ISREG(status.st_mode)) return failures::notRegularFile();
@@ -96,9 +106,11 @@ bool renameTo(const CopyPlace& target, const std::string& from, bool overNothing
 Failure carryOver(int source, const struct stat& status, std::optional<mode_t> oldMode,
                   int target) {
   const mode_t mode = keepsPermissions(source) ? status.st_mode : oldMode.value_or(newFileMode());
-  if (::fchmod(target, mode & kPermissions) != 0 && errno != EPERM && errno != EOPNOTSUPP) {
+  const bool refused = ::fchmod(target, mode & kPermissions) != 0;
+  if (refused && errno != EPERM && errno != EOPNOTSUPP && errno != ENOSYS) {
     return failureFromErrno(errno);
   }
-  const timespec times[2] = {{.tv_sec = 0, .tv_nsec = UTIME_OMIT}, status.st_mtim};
+  // Drivers outside the kernel ignore a time that comes alone.
+  const timespec times[2] = {status.st_atim, status.st_mtim};
   return failureFromErrno(::futimens(target, times) == 0 ? 0 : errno);
 }

@@ -29,7 +29,8 @@ Failure openSource(const CopyPlace& place, FileDescriptor& file, struct stat& st
 // Where `place` is a link: the file that it ends at.
 Failure followLink(CopyPlace& place);
 
-// Whether what stands at the target is what was compared. `oldMode` is set when something does.
+// Whether what stands at the target is what was compared, or nothing. `oldMode` is set when
+// something stands there.
 Failure checkTarget(const CopyPlace& target, const std::optional<FileState>& expected,
                     std::optional<mode_t>& oldMode);
 

@@ -75,7 +75,7 @@ struct FileCopyBatch::State {
   int flush(const std::vector<int>& numbers, const Waiting& waiting) const;
 };
 
-// Both ends of the copy, as long as the target is as it was.
+// Both ends of the copy, as long as nothing else stands at the target than what was compared.
 Failure FileCopyBatch::State::find(const FileCopyJob& job, Staged& found,
                                    std::optional<mode_t>& oldMode) const {
   found.source = {from.root().folder(parentOf(job.from)), NativeName(baseOf(job.from))};
@@ -98,9 +98,8 @@ Failure FileCopyBatch::State::write(Staged& file, const FileCopyJob& job,
                                     bool& stopped) {
   FileDescriptor source;
   if (Failure failure = openSource(file.source, source, file.sourceStatus)) return failure;
-  if (file.sourceStatus.st_mtim.tv_sec < job.fromState.modified) {
-    return failures::changedSinceCompared();
-  }
+  const bool becameOlder = file.sourceStatus.st_mtim.tv_sec < job.fromState.modified;
+  if (becameOlder && oldMode) return failures::changedSinceCompared();
   if (Failure failure = createHidden(file, hiddenPrefix, counter)) return failure;
 
   const auto size = static_cast<std::uint64_t>(file.sourceStatus.st_size);
@@ -164,14 +163,9 @@ Failure putInPlace(Staged& file) {
   struct stat source {};
   if (!file.source.status(source)) return failureFromErrno(errno);
   if (!isSameVersion(source, file.sourceStatus)) return failures::changingFile();
-  // Where nothing may stand, the renaming itself looks.
-  if (file.targetState) {
-    std::optional<mode_t> oldMode;
-    if (Failure failure = checkTarget(file.target, file.targetState, oldMode)) return failure;
-  }
-  if (!renameTo(file.target, file.hiddenName, !file.targetState)) {
-    return failureFromErrno(errno);
-  }
+  std::optional<mode_t> oldMode;
+  if (Failure failure = checkTarget(file.target, file.targetState, oldMode)) return failure;
+  if (!renameTo(file.target, file.hiddenName, !oldMode)) return failureFromErrno(errno);
   file.hiddenName.clear();
   return {};
 }

@@ -42,6 +42,12 @@ Stream openStream(int folder) {
   return stream;
 }
 
+// False for a folder that was taken away since it was opened.
+bool stillStands(int folder) {
+  struct stat status {};
+  return ::fstat(folder, &status) == 0 && status.st_nlink > 0;
+}
+
 struct Looked {
   mode_t type = 0;
   FileState state{};
@@ -111,7 +117,7 @@ NativeView baseOf(NativeView path) {
 }
 
 FolderTree::Root::Folder FolderTree::Root::folder(NativeView relative, bool create) {
-  if (last && relative == lastPath) return last;
+  if (last && relative == lastPath && stillStands(last->number())) return last;
   FileDescriptor here = duplicate(top.number());
   for (NativeView rest = relative; here.isOpen() && !rest.empty();) {
     const std::size_t cut = rest.find('/');
@@ -141,6 +147,11 @@ Failure FolderTree::open(const Text& root, bool* missing) {
   if (error == ENOENT) return failureFromErrno(ENOTDIR);  // "path not found", not a file
   root_->top = FileDescriptor(folder);
   return failureFromErrno(error);
+}
+
+std::uint64_t FolderTree::fileSystem() const {
+  struct stat status {};
+  return ::fstat(root_->top.number(), &status) == 0 ? status.st_dev : 0;
 }
 
 Failure FolderTree::read(NativeView relative, const Wants& wants, const Visit& visit) const {

@@ -270,12 +270,23 @@ TEST_F(FileCopyTest, ASourceThatBecameNewerSinceTheComparisonIsCopiedAsItIs) {
   EXPECT_EQ(target.read("a"), "edited since");
 }
 
-TEST_F(FileCopyTest, ASourceThatBecameOlderSinceTheComparisonIsNot) {
+TEST_F(FileCopyTest, ASourceThatBecameOlderSinceTheComparisonReplacesNothing) {
+  setTime(source.write("a", "compared"), kNew);
+  setTime(target.write("a", "old"), kNew - 10);
+  const FileCopyJob asked = job("a", "a");
+  setTime(source.write("a", "restored"), kNew - 1);
+  EXPECT_EQ(copy(asked), failures::changedSinceCompared());
+  EXPECT_EQ(target.read("a"), "old");
+  EXPECT_EQ(target.entries(), 1u);
+}
+
+TEST_F(FileCopyTest, ASourceThatBecameOlderIsCopiedToWhereNothingStands) {
   setTime(source.write("a", "compared"), kNew);
   const FileCopyJob asked = job("a", "a");
   setTime(source.write("a", "restored"), kOld);
-  EXPECT_EQ(copy(asked), failures::changedSinceCompared());
-  EXPECT_EQ(target.entries(), 0u);
+  EXPECT_FALSE(copy(asked));
+  EXPECT_EQ(target.read("a"), "restored");
+  EXPECT_EQ(stateOf(target.path("a")).modified, kOld);
 }
 
 TEST_F(FileCopyTest, ATargetThatIsNotAsItWasComparedIsNotOverwritten) {
@@ -289,10 +300,40 @@ TEST_F(FileCopyTest, ATargetThatIsNotAsItWasComparedIsNotOverwritten) {
   EXPECT_EQ(copy(asked), failures::changedSinceCompared());
   EXPECT_EQ(target.read("a"), "edited since");
 
+  // Also when a clock that was set back makes the edit look old.
   asked = job("a", "a");
-  std::filesystem::remove(target.path("a"));
+  setTime(target.path("a"), kOld - 1000);
   EXPECT_EQ(copy(asked), failures::changedSinceCompared());
-  EXPECT_EQ(target.entries(), 0u);
+  EXPECT_EQ(target.read("a"), "edited since");
+}
+
+TEST_F(FileCopyTest, ATargetOfAnotherSizeIsNotTheOneThatWasCompared) {
+  source.write("a", "new");
+  setTime(target.write("a", "old"), kOld);
+  const FileCopyJob asked = job("a", "a");
+  setTime(target.write("a", "longer"), kOld);
+  EXPECT_EQ(copy(asked), failures::changedSinceCompared());
+  EXPECT_EQ(target.read("a"), "longer");
+}
+
+TEST_F(FileCopyTest, ATargetThatVanishedSinceTheComparisonIsMadeAnew) {
+  source.write("a", "new");
+  setTime(target.write("a", "old"), kOld);
+  const FileCopyJob asked = job("a", "a");
+  std::filesystem::remove(target.path("a"));
+  EXPECT_FALSE(copy(asked));
+  EXPECT_EQ(target.read("a"), "new");
+}
+
+TEST_F(FileCopyTest, ATargetThatVanishesBeforeTheCommitIsMadeAnew) {
+  source.write("a", "new");
+  setTime(target.write("a", "old"), kOld);
+  FileCopyBatch batch(fromTree, toTree);
+  bool stopped = false;
+  ASSERT_FALSE(batch.add(job("a", "a"), 0, goOn, stopped));
+  std::filesystem::remove(target.path("a"));
+  EXPECT_FALSE(batch.commit(wait)[0].failure);
+  EXPECT_EQ(target.read("a"), "new");
 }
 
 TEST_F(FileCopyTest, ATargetThatIsEditedBeforeTheCommitIsNotOverwritten) {

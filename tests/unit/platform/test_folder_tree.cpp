@@ -207,6 +207,24 @@ TEST_F(FolderTreeTest, FoldersAreMadeWhereTheyAreMissing) {
   EXPECT_EQ(tree.makeFolder("file/d").number, 76);
 }
 
+TEST_F(FolderTreeTest, AFolderThatWasTakenAwayIsMadeAnew) {
+  ASSERT_FALSE(tree.makeFolder("a/b"));
+  std::filesystem::remove_all(scratch.path("a"));
+  EXPECT_FALSE(tree.makeFolder("a/b"));
+  EXPECT_TRUE(std::filesystem::is_directory(scratch.path("a/b")));
+}
+
+TEST_F(FolderTreeTest, FoldersOfOneFileSystemShareItsNumber) {
+  FolderTree other;
+  EXPECT_EQ(other.fileSystem(), 0u);
+  scratch.makeFolders("sub");
+  ASSERT_FALSE(other.open(scratch.text("sub")));
+  EXPECT_NE(tree.fileSystem(), 0u);
+  EXPECT_EQ(other.fileSystem(), tree.fileSystem());
+  ASSERT_FALSE(other.open(u"/proc"));
+  EXPECT_NE(other.fileSystem(), tree.fileSystem());
+}
+
 TEST_F(FolderTreeTest, NoFolderIsMadeThroughALink) {
   Scratch elsewhere;
   ::symlink(elsewhere.path().c_str(), scratch.path("link").c_str());

@@ -13,28 +13,35 @@ import sys
 import tempfile
 import time
 
-FILES = 300
+FILES = 5000
+# A kill leaves what the system keeps in memory, wherever that goes in the end: no disk is waited for.
+PLACE = "/dev/shm" if os.access("/dev/shm", os.W_OK) else None
+LARGE = 40  # every so many files one that takes a while
 OLD_TIME, NEW_TIME = 1_400_000_000, 1_450_000_000
 
 
 def content(name, age):
-    return (f"{age} {name} " * 700).encode()
+    times = 20_000 if sum(name.encode()) % LARGE == 0 else 20
+    return f"{age} {name} ".encode() * times
 
 
 def write(path, data, modified):
-    os.makedirs(os.path.dirname(path), exist_ok=True)
     with open(path, "wb") as file:
         file.write(data)
     os.utime(path, (modified, modified))
 
 
 def fill(source, backup):
-    """Every second file has an old partner in the backup."""
-    names = [f"d{i % 9}/f{i}" for i in range(FILES)]
+    """The new files are on either side by turns, and half of them have an old partner on the other."""
+    names = [f"d{i % 50}/f{i}" for i in range(FILES)]
+    for side in (source, backup):
+        for folder in {os.path.dirname(name) for name in names}:
+            os.makedirs(os.path.join(side, folder))
     for i, name in enumerate(names):
-        write(os.path.join(source, name), content(name, "new"), NEW_TIME)
+        new, old = (source, backup) if i % 4 < 2 else (backup, source)
+        write(os.path.join(new, name), content(name, "new"), NEW_TIME)
         if i % 2:
-            write(os.path.join(backup, name), content(name, "old"), OLD_TIME)
+            write(os.path.join(old, name), content(name, "old"), OLD_TIME)
     return names
 
 
@@ -42,11 +49,14 @@ def hidden(folder):
     return [name for _, _, names in os.walk(folder) for name in names if name.startswith(".")]
 
 
-def check(backup, names):
-    """How many files are the new ones; fails when one is neither."""
-    new = 0
+def check(source, backup, names):
+    """How many copies are in place; fails when a file of either side is neither old nor new."""
+    copied = 0
     for i, name in enumerate(names):
-        path = os.path.join(backup, name)
+        new, old = (source, backup) if i % 4 < 2 else (backup, source)
+        with open(os.path.join(new, name), "rb") as file:
+            assert file.read() == content(name, "new"), f"{name}: what was copied is another file"
+        path = os.path.join(old, name)
         if not os.path.exists(path):
             assert i % 2 == 0, f"{name}: the old file is gone"
             continue
@@ -54,14 +64,14 @@ def check(backup, names):
             data = file.read()
         if data == content(name, "new"):
             assert int(os.stat(path).st_mtime) == NEW_TIME, f"{name}: not the time of its source"
-            new += 1
+            copied += 1
         else:
             assert i % 2 and data == content(name, "old"), f"{name}: neither the old nor the new file"
-    return new
+    return copied
 
 
 def whole_run(ctl):
-    with tempfile.TemporaryDirectory() as folder:
+    with tempfile.TemporaryDirectory(dir=PLACE) as folder:
         source, backup = os.path.join(folder, "source"), os.path.join(folder, "backup")
         fill(source, backup)
         begin = time.monotonic()
@@ -71,7 +81,7 @@ def whole_run(ctl):
 
 def killed_run(ctl, delay):
     """Whether the kill came in the middle of the work."""
-    with tempfile.TemporaryDirectory() as folder:
+    with tempfile.TemporaryDirectory(dir=PLACE) as folder:
         source, backup = os.path.join(folder, "source"), os.path.join(folder, "backup")
         names = fill(source, backup)
         process = subprocess.Popen([ctl, "sync", source, backup], stdout=subprocess.DEVNULL,
@@ -79,18 +89,18 @@ def killed_run(ctl, delay):
         time.sleep(delay)
         process.send_signal(signal.SIGKILL)
         process.wait()
-        left = hidden(backup)
-        new = check(backup, names)
+        left = hidden(folder)
+        copied = check(source, backup, names)
 
         again = subprocess.run([ctl, "sync", source, backup], check=False, capture_output=True)
         assert again.returncode == 0, again.stderr
         assert not hidden(folder), "something of the killed run is left"
-        assert check(backup, names) == FILES
-        return bool(left) or 0 < new < FILES
+        assert check(source, backup, names) == FILES
+        return bool(left) or 0 < copied < FILES
 
 
 def main():
-    ctl, rounds = sys.argv[1], int(sys.argv[2]) if len(sys.argv) > 2 else 3
+    ctl, rounds = sys.argv[1], int(sys.argv[2]) if len(sys.argv) > 2 else 10
     chance = random.Random(11)
     length = whole_run(ctl)
     # However fast the machine is today, some kills have to come in the middle.

@@ -27,8 +27,8 @@ TEST(BackupFolder, TheHomeDriveComesFirst) {
 TEST(BackupFolder, WithoutDrivesItIsWhereTheSticksAre) {
   const Scratch scratch;
   const DrivePlaces places{
-      .homeDrive = {}, .user = u"prof", .home = u"/home/prof", .mountRoot = scratch.text()};
-  EXPECT_EQ(homeDriveRoot(places), u"/home/prof/");
+      .homeDrive = {}, .user = u"prof", .home = scratch.text(), .mountRoot = scratch.text()};
+  EXPECT_EQ(homeDriveRoot(places), scratch.text() + u"/");
   scratch.makeFolders("media/prof");
   EXPECT_EQ(homeDriveRoot(places), scratch.text("media/prof") + u"/");
   scratch.makeFolders("run/media/prof");
@@ -36,7 +36,19 @@ TEST(BackupFolder, WithoutDrivesItIsWhereTheSticksAre) {
 
   DrivePlaces nobody = places;
   nobody.user.clear();
-  EXPECT_EQ(homeDriveRoot(nobody), u"/home/prof/");
+  EXPECT_EQ(homeDriveRoot(nobody), scratch.text() + u"/");
+}
+
+TEST(BackupFolder, AHomeThatIsMissingOrTheTopOfAllFoldersIsNone) {
+  const Scratch scratch;
+  const DrivePlaces places{
+      .homeDrive = {}, .user = {}, .home = scratch.text("absent"), .mountRoot = {}};
+  EXPECT_EQ(homeDriveRoot(places), u"");
+  for (const Text& top : {Text(u"/"), Text(u"//"), Text()}) {
+    DrivePlaces atTheTop = places;
+    atTheTop.home = top;
+    EXPECT_EQ(homeDriveRoot(atTheTop), u"");
+  }
 }
 
 }  // namespace

@@ -186,18 +186,50 @@ TEST_F(ExecutionTest, AMissingBackupFolderIsMade) {
   EXPECT_EQ(backup.read("new/place/d/a"), "content");
 }
 
-TEST_F(ExecutionTest, ABackupThatWentAwaySinceIsNotMadeAnew) {
+TEST_F(ExecutionTest, ABackupFolderThatWasRemovedSinceIsMadeAnew) {
   source.write("a", "1");
-  backup.makeFolders("stick");
+  setTime(source.write("b", "new"), kNew);
+  setTime(backup.write("deep/folder/b", "old"), kOld);
   ours = listFolder(source.text() + u"/", u"", Side::Source, progress);
-  theirs = listFolder(backup.text("stick") + u"/", u"", Side::Backup, progress);
+  theirs = listFolder(backup.text("deep/folder") + u"/", u"", Side::Backup, progress);
   rows = compareListings(ours, theirs).rows;
-  std::filesystem::remove(backup.path("stick"));
+  std::filesystem::remove_all(backup.path("deep"));
   const SyncReport report = execute();
-  EXPECT_EQ(report.copied, 0u);
-  ASSERT_EQ(report.notCopied.size(), 1u);
-  EXPECT_EQ(report.notCopied[0].failure.number, 76);
+  EXPECT_EQ(report.copied, 2u);
+  EXPECT_EQ(backup.read("deep/folder/a"), "1");
+  EXPECT_EQ(backup.read("deep/folder/b"), "new");
+  EXPECT_TRUE(questions.boxes.empty());
+}
+
+TEST_F(ExecutionTest, WithNothingToCopyNoFolderIsMade) {
+  theirs = listFolder(backup.text("missing") + u"/", u"", Side::Backup, progress);
+  ours = listFolder(source.text() + u"/", u"", Side::Source, progress);
+  EXPECT_EQ(execute().copied, 0u);
   EXPECT_EQ(backup.entries(), 0u);
+}
+
+TEST_F(ExecutionTest, AFolderThatIsRemovedBetweenTwoOfItsFilesIsMadeAnew) {
+  source.write("d/a", "1");
+  source.write("d/b", "2");
+  list();
+  progress.whileCopying = [this](std::size_t row, std::uint64_t bytes) {
+    if (row == 0 && bytes > 0) std::filesystem::remove_all(backup.path("d"));
+  };
+  const SyncReport report = execute();
+  EXPECT_EQ(backup.read("d/b"), "2");
+  EXPECT_EQ(report.copied + report.notCopied.size(), 2u);
+  progress.whileCopying = {};
+  EXPECT_EQ(synchronise().notCopied.size(), 0u);
+  EXPECT_EQ(differencesOf(source, backup), Lines{});
+}
+
+TEST_F(ExecutionTest, WhatAClockThatWasSetBackMakesLookOldIsNotOverwritten) {
+  setTime(source.write("a", "mine"), kNew);
+  setTime(backup.write("a", "old"), kOld);
+  list();
+  setTime(backup.write("a", "edited"), kOld - 1000);
+  EXPECT_EQ(execute().copied, 0u);
+  EXPECT_EQ(backup.read("a"), "edited");
 }
 
 TEST_F(ExecutionTest, AFolderThatCannotBeMadeIsToldOnceAndItsFilesAreCounted) {

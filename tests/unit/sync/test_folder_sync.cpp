@@ -96,6 +96,25 @@ TEST_F(FolderSyncTest, ANewerLiveTableReachesTheBackup) {
   EXPECT_EQ(scratch.read("nav/res_css/js/shortQrCode.js"), "live");
 }
 
+TEST_F(FolderSyncTest, ATableThatWasSavedSinceTheComparisonStays) {
+  setTime(scratch.write("stick/shortQrCode.js", "from the stick"), kNew);
+  compare();
+  setTime(scratch.write("nav/res_css/js/shortQrCode.js", "saved since"), kNew + 100);
+  EXPECT_FALSE(sync.synchronise().shortcutsRestored);
+  EXPECT_EQ(scratch.read("nav/res_css/js/shortQrCode.js"), "saved since");
+  compare();
+  EXPECT_EQ(rows(), Lines{"1 shortQrCode.js shortQrCode.js"});
+}
+
+TEST_F(FolderSyncTest, AMissingLiveTableIsRestoredFromTheBackup) {
+  std::filesystem::remove(scratch.path("nav/res_css/js/shortQrCode.js"));
+  setTime(scratch.write("stick/shortQrCode.js", "from the stick"), kNew);
+  questions.answers = {Answer::Ok};
+  compare();
+  EXPECT_TRUE(sync.synchronise().shortcutsRestored);
+  EXPECT_EQ(scratch.read("nav/res_css/js/shortQrCode.js"), "from the stick");
+}
+
 TEST_F(FolderSyncTest, AMissingTableIsToldAndTheComparisonGoesOn) {
   std::filesystem::remove(scratch.path("nav/res_css/js/shortQrCode.js"));
   scratch.write("stick/a", "");
