@@ -15,6 +15,7 @@
 #include "platform/System.h"
 #include "platform/Version.h"
 #include "platform/qt/MessageBoxQuestions.h"
+#include "setup/FolderUpdate.h"
 #include "text/Paths.h"
 #include "text/Split.h"
 #include "text/Utf.h"
@@ -43,6 +44,13 @@ Failure findProgramFolder(const Options& options, Companion& companion) {
   companion.programFolder =
       chooseProgramFolder(options.programFolder, executableFolder, homeFolder());
   return fillProgramFolder(companion.programFolder, templateFolder(executableFolder));
+}
+
+// A folder that cannot be brought up to date is no reason not to start.
+void updateFromTemplate(Companion& companion) {
+  const FolderUpdate update =
+      updateProgramFolder(companion.programFolder, templateFolder(folderOf(executablePath())));
+  for (const Text& line : updateLines(update)) companion.trace.log(line);
 }
 
 Box programFolderBox(const Text& folder, const Failure& failure) {
@@ -77,6 +85,7 @@ int run(QApplication& application, const Options& options, const TerminationRequ
   if (options.testWindow) return runTestWindow(companion, questions);
   InstanceGuard guard;
   const bool first = guard.acquire(companion.programFolder);
+  if (first) updateFromTemplate(companion);
 
   const auto trace = [&companion](const Text& line) { companion.trace.log(line); };
   const std::unique_ptr<Shell> shell = makeShell(trace);
