@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/Files.h"
+#include "platform/Installed.h"
 #include "platform/System.h"
 #include "platform/linux/CommandWords.h"
 #include "platform/linux/DesktopEntry.h"
@@ -117,6 +118,14 @@ std::optional<std::vector<std::string>> equivalentCommand(const EquivalentRow& r
 }
 
 }  // namespace
+
+std::optional<FoundProgram> programFor(TextView command) {
+  const EquivalentRow* row = equivalentRow(command);
+  if (!row) return std::nullopt;
+  const auto found = equivalentCommand(*row, {});
+  if (!found) return FoundProgram{.program = {}, .missing = missingText(*row)};
+  return FoundProgram{.program = fromUtf8Lossless(found->front()), .missing = {}};
+}
 
 LinuxShell::LinuxShell(Trace trace) : trace_(std::move(trace)) {}
 
