@@ -22,6 +22,7 @@ WORDS = {
     "barcode": "from a text to its bars",
     "sync": "keeping two folders in step",
     "tray": "icon, menu, launchers, notice",
+    "setup": "updating the folder, the diagnosis",
     "app": "the state, the start, the main window",
     "tools": "tavrolloctl, reload",
 }
