@@ -21,8 +21,8 @@ WORDS = {
     "bridge": "from the cookie store to the command",
     "barcode": "from a text to its bars",
     "sync": "keeping two folders in step",
-    "setup": "filling the program folder",
     "tray": "icon, menu, launchers, notice",
+    "setup": "updating the folder, the diagnosis",
     "app": "the state, the start, the main window",
     "tools": "tavrolloctl, reload",
 }

@@ -249,7 +249,8 @@ OptionsSurroundings frmMain::optionsSurroundings() {
             if (!startUp_.InitVar()) endProgram();
           },
       .MenuAbout_Click = [this] { MenuAbout_Click(); },
-      .endProgram = [this] { endProgram(); }};
+      .endProgram = [this] { endProgram(); },
+      .autostart = autostart_};
 }
 
 frmRecursiveSearch& frmMain::recursiveSearch() {

@@ -39,6 +39,9 @@ class frmMain : public QWidget, public StartUp::Host, public CookieWatcher::Host
   // The load handler. False when the program is to end at once.
   bool Form_Load(bool firstInstance);
 
+  // Lets the options window switch the session's start. To be called in front of Form_Load.
+  void offerAutostart(Autostart& autostart) { autostart_ = &autostart; }
+
   // Takes the icon away, saves the cookie offset and leaves at once, whatever windows are open.
   [[noreturn]] void endProgram();
 
@@ -88,6 +91,7 @@ class frmMain : public QWidget, public StartUp::Host, public CookieWatcher::Host
   Companion& companion_;
   Shell& shell_;
   Questions& questions_;
+  Autostart* autostart_ = nullptr;
 
   TrayMenu MenuIcon_;
   TrayHost trayHost_;

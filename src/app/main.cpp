@@ -53,6 +53,13 @@ void updateFromTemplate(Companion& companion) {
   for (const Text& line : updateLines(update)) companion.trace.log(line);
 }
 
+// A folder of the user's choice is to be the same when the session starts the program.
+std::vector<Text> autostartArguments(const Text& programFolder) {
+  const Text usual = chooseProgramFolder({}, folderOf(executablePath()), homeFolder());
+  if (programFolder == usual) return {};
+  return {u"--program-folder", programFolder};
+}
+
 Box programFolderBox(const Text& folder, const Failure& failure) {
   return {
       .title = u"Tavrollo : dossier du programme",
@@ -93,6 +100,9 @@ int run(QApplication& application, const Options& options, const TerminationRequ
   LauncherShell launchers(companion.programFolder, *shell, trace);
   frmMain main(companion, launchers, questions, *browser);
   running = &main;
+  const std::unique_ptr<Autostart> autostart =
+      makeAutostart(executablePath(), autostartArguments(companion.programFolder));
+  if (autostart) main.offerAutostart(*autostart);
 
   QSocketNotifier ended(shell->eventsFd(), QSocketNotifier::Read);
   QObject::connect(&ended, &QSocketNotifier::activated, [&shell] { shell->reap(); });

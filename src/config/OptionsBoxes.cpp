@@ -19,3 +19,10 @@ Box firstRowStaysBox() {
           .text = u"La première ligne ne peut pas être supprimée.",
           .icon = BoxIcon::Information};
 }
+
+Box autostartBox(const Failure& failure) {
+  return {.title = u"Tavrollo : lancement automatique",
+          .text = u"Impossible de changer le lancement à l'ouverture de la session :\r\n" +
+                  failure.description,
+          .icon = BoxIcon::Exclamation};
+}

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/Failure.h"
 #include "platform/Questions.h"
 
 // The settings window's own boxes.
@@ -11,3 +12,6 @@ Box cookieStoreRejectedBox();
 
 // The first shortcut is never deleted.
 Box firstRowStaysBox();
+
+// The session's start could not be changed.
+Box autostartBox(const Failure& failure);

@@ -6,6 +6,7 @@
 
 #include "config/Settings.h"
 #include "config/ShortcutTable.h"
+#include "platform/Autostart.h"
 #include "platform/Questions.h"
 #include "platform/Shell.h"
 #include "text/LocaleData.h"
@@ -25,4 +26,6 @@ struct OptionsSurroundings {
   std::function<void()> InitVar;  // reads the settings again
   std::function<void()> MenuAbout_Click;
   std::function<void()> endProgram;
+
+  Autostart* autostart = nullptr;  // null: the session's start is not offered
 };

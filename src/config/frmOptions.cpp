@@ -2,6 +2,7 @@
 #include "config/frmOptions.h"
 
 #include <QCloseEvent>
+#include <QShowEvent>
 
 #include "config/OptionsApply.h"
 #include "config/ShortcutStore.h"
@@ -29,15 +30,15 @@ frmOptions::frmOptions(OptionsSurroundings surroundings)
       ui_(std::make_unique<Ui::frmOptions>()),
       shortcuts_(new ShortcutsPage(to_)),
       browser_(new BrowserPage(to_)),
-      display_(new DisplayPage(to_)) {
+      display_(new DisplayPage(to_)),
+      system_(new SystemPage(to_)) {
   ui_->setupUi(this);
   ui_->tbsOptions->addTab(shortcuts_, QStringLiteral("Raccourcis"));
   ui_->tbsOptions->addTab(browser_, QStringLiteral("Navigateur"));
   ui_->tbsOptions->addTab(display_, QStringLiteral("Affichage"));
-  auto* system = new SystemPage(to_);
-  ui_->tbsOptions->addTab(system, QStringLiteral("Système"));
+  ui_->tbsOptions->addTab(system_, QStringLiteral("Système"));
   // The pages came behind the buttons: the tab key is to go through the page first.
-  setTabOrder(lastControl(system), ui_->cmdOk);
+  setTabOrder(lastControl(system_), ui_->cmdOk);
   setTabOrder(ui_->cmdOk, ui_->cmdClose);
   setTabOrder(ui_->cmdClose, ui_->cmdCancel);
 
@@ -70,6 +71,7 @@ void frmOptions::showSettings() {
   shortcuts_->load();
   browser_->load();
   display_->load();
+  system_->load();
 }
 
 void frmOptions::setCookiesPath(const Text& path) { browser_->setCookiesPath(path); }
@@ -79,6 +81,7 @@ bool frmOptions::cmdOk_Click() {
                              to_.locale,   to_.questions, to_.setInterval};
   const Applied applied = applyOptions(browser_->entries(), target);
   if (applied == Applied::Ended) to_.endProgram();
+  if (applied == Applied::Saved) system_->apply();
   return applied == Applied::Saved;
 }
 
@@ -97,6 +100,12 @@ void frmOptions::cmdCancel_Click() {
 
 void frmOptions::reject() {
   guarded(to_.questions, u"cmdCancel_Click", [this] { cmdCancel_Click(); });
+}
+
+// The desktop's own switch may have been used since the window was hidden.
+void frmOptions::showEvent(QShowEvent* event) {
+  QDialog::showEvent(event);
+  if (!event->spontaneous()) system_->load();
 }
 
 void frmOptions::closeEvent(QCloseEvent* event) {

@@ -13,6 +13,7 @@ class frmOptions;
 class BrowserPage;
 class DisplayPage;
 class ShortcutsPage;
+class SystemPage;
 
 // The settings' window. Each of its tabs is a page of its own; here they are joined, applied and
 // left. It is hidden, never destroyed, and shows the one settings record: it stores nothing.
@@ -39,6 +40,7 @@ class frmOptions : public QDialog {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  void showEvent(QShowEvent* event) override;
 
  private:
   bool cmdOk_Click();
@@ -49,4 +51,5 @@ class frmOptions : public QDialog {
   ShortcutsPage* shortcuts_;
   BrowserPage* browser_;
   DisplayPage* display_;
+  SystemPage* system_;
 };

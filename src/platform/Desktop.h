@@ -3,7 +3,9 @@
 
 #include <functional>
 #include <memory>
+#include <vector>
 
+#include "platform/Autostart.h"
 #include "platform/DefaultBrowser.h"
 #include "platform/Shell.h"
 
@@ -12,6 +14,10 @@
 // `trace` is given one line for each thing that could not be opened or started.
 std::unique_ptr<Shell> makeShell(std::function<void(const Text&)> trace);
 std::unique_ptr<DefaultBrowser> makeDefaultBrowser();
+
+// Of the program `executable`, started with `arguments`.
+std::unique_ptr<Autostart> makeAutostart(const Text& executable,
+                                         const std::vector<Text>& arguments);
 
 // The system's wish that this process end (a session that closes, a kill): from the construction on
 // it no longer ends the process by itself. To be made before any thread is started.

@@ -102,8 +102,9 @@ Text chooseProgramFolder(const std::optional<Text>& asked, const Text& executabl
 
 Text templateFolder(const Text& executableFolder) {
   const fs::path executables = toPath(withoutTrailingSeparator(executableFolder));
-  const fs::path candidates[] = {executables.parent_path() / "share" / "tavrollo",
-                                 executables / "template"};
+  const fs::path above = executables.parent_path();
+  const fs::path candidates[] = {above / "share" / "tavrollo", executables / "template",
+                                 above.parent_path() / "share" / "tavrollo"};
   for (const fs::path& folder : candidates) {
     if (isFolder(folder)) return fromPath(folder);
   }

@@ -16,7 +16,8 @@ Text chooseProgramFolder(const std::optional<Text>& asked, const Text& executabl
                          const Text& home);
 
 // The installed template that a new program folder is filled from: share/tavrollo beside the
-// executable's bin folder, or "template" beside the executable in a build tree. "" when missing.
+// executable's folder (bin) or one step above that (libexec/tavrollo), or "template" beside the
+// executable in a build tree. "" when missing.
 Text templateFolder(const Text& executableFolder);
 
 // Fills a program folder that has no nav/ from the template. What stands there is never

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "setup/FolderUpdate.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <optional>
 #include <system_error>
@@ -9,6 +8,7 @@
 #include "platform/Files.h"
 #include "setup/InstalledFiles.h"
 #include "setup/Sha256.h"
+#include "setup/TemplateFiles.h"
 #include "text/Numbers.h"
 #include "text/Paths.h"
 #include "text/Utf.h"
@@ -20,20 +20,6 @@ namespace fs = std::filesystem;
 constexpr TextView kNote = u"fichiers_installes.txt";
 constexpr TextView kPages = u"nav";
 constexpr std::string_view kKeyScript = "nav/res_css/js/rwCookies.js";
-
-// The paths of the template's files, with slashes, in their order.
-std::vector<std::string> filesOf(const fs::path& root, std::error_code& error) {
-  std::vector<std::string> files;
-  fs::recursive_directory_iterator entry(root, error);
-  for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
-    std::error_code unknown;
-    if (entry->symlink_status(unknown).type() != fs::file_type::regular) continue;
-    const Text path = fromPath(entry->path().lexically_relative(root));
-    files.push_back(toUtf8Lossless(withSeparator(path, u'/')));
-  }
-  std::sort(files.begin(), files.end());
-  return files;
-}
 
 struct Parts {
   std::string_view own;     // the user's, in front
@@ -58,7 +44,7 @@ class Updater {
   FolderUpdate run() {
     readNote();
     std::error_code error;
-    const std::vector<std::string> files = filesOf(from_, error);
+    const std::vector<std::string> files = templateFiles(fromPath(from_), error);
     if (error) {
       fail({}, failureFromErrno(error.default_error_condition().value()));
       return update_;

@@ -34,6 +34,10 @@ int compareVerb(const std::vector<std::string>& arguments, std::ostream& out, st
 // Copies what two folders differ in, and writes what was copied, one file a line.
 int syncVerb(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err);
 
+// What is well with the installation and what is not, one point a line. Exit status 0 all well, 1
+// something to mend.
+int doctorVerb(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err);
+
 // True when the arguments ask for the verb's usage and nothing else.
 bool asksForHelp(const std::vector<std::string>& arguments);
 

@@ -24,6 +24,7 @@ constexpr Verb kVerbs[] = {
     {"codebar", "les caractères d'un code barre, pour sa police", codebarVerb},
     {"compare", "ce qui distingue deux dossiers", compareVerb},
     {"sync", "copier ce qui distingue deux dossiers", syncVerb},
+    {"doctor", "ce qui va et ce qui ne va pas dans l'installation", doctorVerb},
 };
 
 void writeUsage(std::ostream& out) {

@@ -20,7 +20,7 @@ import pathlib
 import re
 import sys
 
-ROOMS = ["text", "platform", "config", "windows", "bridge", "barcode", "sync", "setup", "tray", "app", "tools"]
+ROOMS = ["text", "platform", "config", "windows", "bridge", "barcode", "sync", "tray", "setup", "app", "tools"]
 
 LICENCE = "SPDX-License-Identifier: GPL-3.0-or-later"
 CODE = (".h", ".cpp", ".inc", ".h.in")

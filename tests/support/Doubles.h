@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/Autostart.h"
 #include "platform/DefaultBrowser.h"
 #include "platform/Questions.h"
 #include "platform/Shell.h"
@@ -45,6 +46,25 @@ class RecordingShell : public Shell {
   std::map<Text, CommandKind> kinds;  // where they are others than on Windows
   Failure failure;
   std::string throws;  // what ShellExecute throws, when anything
+
+ private:
+  Journal& journal_;
+};
+
+// The switch of a session's start.
+class RecordingAutostart : public Autostart {
+ public:
+  explicit RecordingAutostart(Journal& journal) : journal_(journal) {}
+
+  bool isOn() override { return on; }
+  Failure set(bool wanted) override {
+    journal_.push_back(wanted ? "autostart on" : "autostart off");
+    if (!failure) on = wanted;
+    return failure;
+  }
+
+  bool on = false;
+  Failure failure;
 
  private:
   Journal& journal_;

@@ -2,6 +2,7 @@
 #include "config/qt/SystemPage.h"
 
 #include "config/ConfigFile.h"
+#include "config/OptionsBoxes.h"
 #include "config/modGetOsVersion.h"
 #include "platform/Guarded.h"
 #include "platform/qt/QtText.h"
@@ -12,11 +13,23 @@ SystemPage::SystemPage(const OptionsSurroundings& surroundings, QWidget* parent)
   ui_->setupUi(this);
   ui_->labWinVersion->setText(toQt(modGetOsVersion()));
   ui_->txtPathCfg->setText(toQt(configPath(to_.programFolder)));
+  ui_->grpStart->setVisible(to_.autostart != nullptr);
   connect(ui_->cmdOpenCfg, &QPushButton::clicked, this,
           [this] { guarded(to_.questions, u"cmdOpenCfg_Click", [this] { cmdOpenCfg_Click(); }); });
 }
 
 SystemPage::~SystemPage() = default;
+
+void SystemPage::load() {
+  if (to_.autostart) ui_->chkAutostart->setChecked(to_.autostart->isOn());
+}
+
+void SystemPage::apply() {
+  const bool wanted = ui_->chkAutostart->isChecked();
+  if (!to_.autostart || to_.autostart->isOn() == wanted) return;
+  if (const Failure failure = to_.autostart->set(wanted)) to_.questions.ask(autostartBox(failure));
+  load();
+}
 
 void SystemPage::cmdOpenCfg_Click() {
   const Failure failure = to_.shell.startCommandLine(u"notepad " + configPath(to_.programFolder));

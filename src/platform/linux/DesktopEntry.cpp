@@ -37,6 +37,7 @@ void setKey(DesktopEntry& entry, std::string_view key, std::string_view value) {
   if (key == "TryExec") entry.tryExec = unescaped(value);
   if (key == "Terminal") entry.terminal = value == "true";
   if (key == "Hidden") entry.hidden = value == "true";
+  if (key == "X-GNOME-Autostart-enabled") entry.autostartEnabled = value != "false";
   if (key == "NoDisplay") entry.noDisplay = value == "true";
 }
 

@@ -14,9 +14,10 @@ struct DesktopEntry {
   std::string exec;     // the command line, quoting and field codes still in it
   std::string tryExec;  // a program that must be there for the entry to count
   bool terminal = false;
-  bool hidden = false;     // as good as deleted
-  bool noDisplay = false;  // in no menu, but it opens files all the same
-  std::string path;        // the entry's own file
+  bool hidden = false;           // as good as deleted
+  bool noDisplay = false;        // in no menu, but it opens files all the same
+  bool autostartEnabled = true;  // the switch of desktops for what a session starts
+  std::string path;              // the entry's own file
 };
 
 // Reads the group [Desktop Entry] of an entry's bytes, keys without a language only. Nothing when

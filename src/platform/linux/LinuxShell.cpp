@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "platform/Files.h"
+#include "platform/Installed.h"
 #include "platform/System.h"
 #include "platform/linux/CommandWords.h"
 #include "platform/linux/DesktopEntry.h"
@@ -129,6 +130,14 @@ Failure nothingInstalled(std::span<const Equivalent> programs) {
 }
 
 }  // namespace
+
+std::optional<FoundProgram> programFor(TextView command) {
+  const EquivalentRow* row = equivalentRow(command);
+  if (!row) return std::nullopt;
+  const auto found = equivalentCommand(*row, {});
+  if (!found) return FoundProgram{.program = {}, .missing = missingText(*row)};
+  return FoundProgram{.program = fromUtf8Lossless(found->front()), .missing = {}};
+}
 
 LinuxShell::LinuxShell(Trace trace) : trace_(std::move(trace)) {}
 

@@ -63,7 +63,8 @@ class Options : public testing::Test {
             .pumpEvents = [this] { journal.push_back("pump"); },
             .InitVar = [this] { journal.push_back("InitVar"); },
             .MenuAbout_Click = [this] { journal.push_back("about"); },
-            .endProgram = [this] { journal.push_back("end"); }};
+            .endProgram = [this] { journal.push_back("end"); },
+            .autostart = &autostart};
   }
 
   void open() {
@@ -110,6 +111,7 @@ class Options : public testing::Test {
   Journal journal;
   RecordingShell shell{journal};
   ScriptedQuestions questions{journal};
+  RecordingAutostart autostart{journal};
   std::unique_ptr<frmOptions> window;
 };
 
@@ -210,6 +212,78 @@ TEST_F(Options, EndsWhereThereIsNoTableAndNoneIsWanted) {
                     to.endProgram});
   questions.answers = {Answer::Ok, Answer::No, Answer::Ok};
   EXPECT_FALSE(other.Form_Load());
+}
+
+// --- The session's start ------------------------------------------------------------------------
+
+TEST_F(Options, TheSessionsStartIsChangedByApplyAlone) {
+  open();
+  QCheckBox& start = control<QCheckBox>(*window, "chkAutostart");
+  goTo("chkAutostart");
+  EXPECT_FALSE(start.isChecked());
+  QTest::keyClick(&start, Qt::Key_Space);
+  EXPECT_TRUE(start.isChecked());
+  EXPECT_FALSE(autostart.on);
+  click("cmdOk");
+  EXPECT_TRUE(autostart.on);
+  click("cmdOk");
+  EXPECT_EQ(std::count(journal.begin(), journal.end(), "autostart on"), 1);
+  click("chkAutostart");
+  click("cmdClose");
+  EXPECT_FALSE(autostart.on);
+}
+
+TEST_F(Options, CancelLeavesTheSessionsStartAsItWas) {
+  open();
+  click("chkAutostart");
+  click("cmdCancel");
+  EXPECT_FALSE(autostart.on);
+  window->show();
+  EXPECT_FALSE(control<QCheckBox>(*window, "chkAutostart").isChecked());
+}
+
+TEST_F(Options, ShowsWhatTheDesktopsOwnSwitchSays) {
+  autostart.on = true;
+  open();
+  EXPECT_TRUE(control<QCheckBox>(*window, "chkAutostart").isChecked());
+  click("cmdClose");
+  autostart.on = false;
+  window->show();
+  EXPECT_FALSE(control<QCheckBox>(*window, "chkAutostart").isChecked());
+  click("cmdOk");
+  for (const std::string& line : journal) EXPECT_FALSE(line.starts_with("autostart")) << line;
+}
+
+TEST_F(Options, SaysSoWhenTheSessionsStartCannotBeChanged) {
+  open();
+  autostart.failure = {.number = 70, .description = u"Accès refusé"};
+  questions.answers = {Answer::Ok};
+  click("chkAutostart");
+  click("cmdOk");
+  ASSERT_EQ(questions.boxes.size(), 1u);
+  EXPECT_EQ(questions.boxes[0].title, autostartBox(autostart.failure).title);
+  EXPECT_EQ(questions.boxes[0].text, autostartBox(autostart.failure).text);
+  EXPECT_FALSE(control<QCheckBox>(*window, "chkAutostart").isChecked());
+}
+
+TEST_F(Options, ARejectedCookieStoreLeavesTheSessionsStartAsItWas) {
+  open();
+  box("txtPathCookies").setText(QStringLiteral("/missing"));
+  click("chkAutostart");
+  questions.answers = {Answer::Yes};
+  click("cmdClose");
+  EXPECT_FALSE(autostart.on);
+  EXPECT_TRUE(control<QCheckBox>(*window, "chkAutostart").isChecked());
+}
+
+TEST_F(Options, WhereASessionStartsNothingItIsNotOffered) {
+  OptionsSurroundings to = surroundings();
+  to.autostart = nullptr;
+  frmOptions other(to);
+  ASSERT_TRUE(other.Form_Load());
+  EXPECT_TRUE(control<QGroupBox>(other, "grpStart").isHidden());
+  control<QAbstractButton>(other, "cmdOk").click();
+  EXPECT_TRUE(questions.boxes.empty());
 }
 
 // --- The grid -----------------------------------------------------------------------------------

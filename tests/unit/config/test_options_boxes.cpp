@@ -16,6 +16,10 @@ const struct {
     {firstRowStaysBox(),
      {u"qrCode - Supprimer des raccourcis QrCode", u"La première ligne ne peut pas être supprimée.",
       BoxIcon::Information, BoxButtons::Ok, Answer::Ok}},
+    {autostartBox({.number = 70, .description = u"Accès refusé : /x"}),
+     {u"Tavrollo : lancement automatique",
+      u"Impossible de changer le lancement à l'ouverture de la session :\r\nAccès refusé : /x",
+      BoxIcon::Exclamation, BoxButtons::Ok, Answer::Ok}},
 };
 
 }  // namespace

@@ -69,7 +69,9 @@ TEST_F(ProgramFolderTest, TheTemplateIsTheInstalledOneElseThatOfTheBuild) {
   fs::create_directories(scratch.path("usr/share/tavrollo"));
   EXPECT_EQ(templateFolder(scratch.text("usr/bin")), scratch.text("usr/share/tavrollo"));
   EXPECT_EQ(templateFolder(scratch.text("usr/bin") + u"/"), scratch.text("usr/share/tavrollo"));
-  EXPECT_EQ(templateFolder(scratch.text("elsewhere/bin")), u"");
+  EXPECT_EQ(templateFolder(scratch.text("usr/libexec/tavrollo")),
+            scratch.text("usr/share/tavrollo"));
+  EXPECT_EQ(templateFolder(scratch.text("elsewhere/bin/deep")), u"");
 }
 
 TEST_F(ProgramFolderTest, ANewFolderIsFilled) {

@@ -29,7 +29,7 @@ TEST(Tavrolloctl, HelpNamesEveryVerbOnStandardOutput) {
   const Outcome run = runTavrolloctl({"--help"});
   EXPECT_EQ(run.status, 0);
   EXPECT_TRUE(run.out.starts_with("Usage : tavrolloctl VERBE [ARGUMENTS]\n"));
-  for (const std::string verb : {"codebar", "config", "shortcuts"}) {
+  for (const std::string verb : {"codebar", "config", "doctor", "shortcuts"}) {
     EXPECT_NE(run.out.find("\n  " + verb + " "), std::string::npos) << verb;
   }
   EXPECT_EQ(run.err, "");
