@@ -48,12 +48,13 @@ class frmSynchro::Busy {
   Busy(frmSynchro& window, std::initializer_list<QWidget*> waiting)
       : window_(window), waiting_(waiting), focus_(window.focusWidget()) {
     window_.sinceYield_.invalidate();
+    if (focus_) focus_->clearFocus();  // else it goes on to whatever comes next
     for (QWidget* control : waiting_) control->setEnabled(false);
   }
   ~Busy() {
     window_.ui_->ProgressBar->hide();
     for (QWidget* control : waiting_) control->setEnabled(true);
-    if (focus_) focus_->setFocus();  // which it lost when it was disabled
+    if (focus_ && !window_.focusWidget()) focus_->setFocus();
   }
   Busy(const Busy&) = delete;
   Busy& operator=(const Busy&) = delete;
