@@ -9,7 +9,6 @@
 #include "config/OptionsBoxes.h"
 #include "config/SearchBoxes.h"
 #include "config/ShortcutStore.h"
-#include "platform/Guarded.h"
 #include "platform/qt/ClickHandler.h"
 #include "platform/qt/QtText.h"
 #include "text/Paths.h"

@@ -289,6 +289,23 @@ TEST_F(Synchro, TheGridHasItsHeadingsAndWidths) {
   EXPECT_TRUE(grid().isColumnHidden(0));
 }
 
+TEST_F(Synchro, SizesStandAtTheRightUnderTheirHeadings) {
+  scratch.write("nav/user_datas/a", "1");
+  open();
+  click("cmdCompare");
+  for (int column = 1; column < 8; ++column) {
+    const bool isSize = column == 3 || column == 7;
+    const auto expected = Qt::AlignVCenter | (isSize ? Qt::AlignRight : Qt::AlignLeft);
+    const QAbstractItemModel& model = *grid().model();
+    EXPECT_EQ(
+        model.headerData(column, Qt::Horizontal, Qt::TextAlignmentRole).value<Qt::Alignment>(),
+        expected)
+        << column;
+    EXPECT_EQ(model.index(0, column).data(Qt::TextAlignmentRole).value<Qt::Alignment>(), expected)
+        << column;
+  }
+}
+
 TEST_F(Synchro, DatesAndSizesAreReadWholeInTheirColumns) {
   open();
   const QFontMetrics metrics(grid().font());
@@ -690,6 +707,7 @@ TEST_F(Synchro, WhileItCopiesTheBarMovesEventsRunAndNothingElseIsBegun) {
     for (const char* name : {"cmdCompare", "cmdClose", "cmdSynchro"}) {
       EXPECT_FALSE(find<QWidget>(name).isEnabled()) << name;
     }
+    EXPECT_FALSE(window->focusWidget()) << "nothing looks chosen";
     for (const char* name : {"txtPath", "cmdPath", "cmdOpen", "txtFiltre", "labNbre_1"}) {
       EXPECT_TRUE(find<QWidget>(name).isEnabled()) << name;
     }
