@@ -16,6 +16,7 @@
 #include "platform/Files.h"
 #include "platform/Guarded.h"
 #include "platform/qt/Centre.h"
+#include "platform/qt/ClickHandler.h"
 #include "platform/qt/QtText.h"
 #include "ui_frmCodeBarrePrev.h"
 
@@ -48,7 +49,8 @@ void frmCodeBarrePrev::connectControls() {
                                       ui_->CmdAideCodeBarre_2, ui_->CmdAideCodeBarre_3,
                                       ui_->CmdAideCodeBarre_4};
   for (int index = 0; QPushButton * button : helpButtons) {
-    onClick(button, u"CmdAideCodeBarre_Click", [this, index] { CmdAideCodeBarre_Click(index); });
+    onClick(button, this, to_.questions, u"CmdAideCodeBarre_Click",
+            [this, index] { CmdAideCodeBarre_Click(index); });
     ++index;
   }
   const auto onChange = [this](QLineEdit* box, TextView name, void (frmCodeBarrePrev::*handler)()) {
@@ -61,20 +63,13 @@ void frmCodeBarrePrev::connectControls() {
   onChange(ui_->TxtSize, u"TxtSize_Change", &frmCodeBarrePrev::TxtSize_Change);
   connect(ui_->chkKey25i, &QCheckBox::toggled, this,
           [this] { guardedly(u"chkKey25i_Click", [this] { chkKey25i_Click(); }); });
-  onClick(ui_->cmdExport, u"cmdExport_Click", [this] { cmdExport_Click(); });
-  onClick(ui_->cmdPrint, u"cmdPrint", [this] { cmdPrint_Click(); });
-  onClick(ui_->cmdSaveImage, u"cmdSaveImage_Click", [this] { cmdSaveImage_Click(); });
-  onClick(ui_->cmdCopyImage, u"cmdCopyImage_Click", [this] { cmdCopyImage_Click(); });
+  Questions& ask = to_.questions;
+  onClick(ui_->cmdExport, this, ask, u"cmdExport_Click", [this] { cmdExport_Click(); });
+  onClick(ui_->cmdPrint, this, ask, u"cmdPrint", [this] { cmdPrint_Click(); });
+  onClick(ui_->cmdSaveImage, this, ask, u"cmdSaveImage_Click", [this] { cmdSaveImage_Click(); });
+  onClick(ui_->cmdCopyImage, this, ask, u"cmdCopyImage_Click", [this] { cmdCopyImage_Click(); });
   connect(ui_->LabLicence, &QLabel::linkActivated, this,
           [this] { guardedly(u"LabLicence_Click", [this] { LabLicence_Click(); }); });
-}
-
-void frmCodeBarrePrev::onClick(QAbstractButton* button, TextView name,
-                               std::function<void()> handler) {
-  connect(button, &QAbstractButton::clicked, this,
-          [this, procedure = Text(name), handler = std::move(handler)] {
-            guardedly(procedure, handler);
-          });
 }
 
 void frmCodeBarrePrev::guardedly(TextView procedure, const std::function<void()>& body) {

@@ -12,6 +12,7 @@
 #include "config/qt/SystemPage.h"
 #include "platform/Guarded.h"
 #include "platform/qt/Centre.h"
+#include "platform/qt/ClickHandler.h"
 #include "ui_frmOptions.h"
 
 namespace {
@@ -42,14 +43,9 @@ frmOptions::frmOptions(OptionsSurroundings surroundings)
   setTabOrder(ui_->cmdOk, ui_->cmdClose);
   setTabOrder(ui_->cmdClose, ui_->cmdCancel);
 
-  const auto onClick = [this](QPushButton* button, TextView name, auto handler) {
-    connect(button, &QPushButton::clicked, this, [this, procedure = Text(name), handler] {
-      guarded(to_.questions, procedure, [&] { (this->*handler)(); });
-    });
-  };
-  onClick(ui_->cmdOk, u"cmdOk_Click", &frmOptions::cmdOk_Click);
-  onClick(ui_->cmdClose, u"cmdClose_Click", &frmOptions::cmdClose_Click);
-  onClick(ui_->cmdCancel, u"cmdCancel_Click", &frmOptions::cmdCancel_Click);
+  onClick(ui_->cmdOk, this, to_.questions, u"cmdOk_Click", [this] { cmdOk_Click(); });
+  onClick(ui_->cmdClose, this, to_.questions, u"cmdClose_Click", [this] { cmdClose_Click(); });
+  onClick(ui_->cmdCancel, this, to_.questions, u"cmdCancel_Click", [this] { cmdCancel_Click(); });
 }
 
 frmOptions::~frmOptions() = default;

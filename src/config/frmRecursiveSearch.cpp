@@ -9,6 +9,7 @@
 #include "config/SearchBoxes.h"
 #include "platform/Guarded.h"
 #include "platform/qt/Centre.h"
+#include "platform/qt/ClickHandler.h"
 #include "platform/qt/QtText.h"
 #include "ui_frmRecursiveSearch.h"
 
@@ -18,17 +19,10 @@ frmRecursiveSearch::frmRecursiveSearch(SearchSurroundings surroundings)
   ui_->cmdClose->hide();  // until there is an outcome
   centre(*this);
 
-  const auto guard = [this](TextView procedure, void (frmRecursiveSearch::*handler)()) {
-    return [this, name = Text(procedure), handler] {
-      guarded(to_.questions, name, [&] { (this->*handler)(); });
-    };
-  };
-  connect(ui_->cmdOk, &QPushButton::clicked, this,
-          guard(u"cmdOk_Click", &frmRecursiveSearch::cmdOk_Click));
-  connect(ui_->cmdClose, &QPushButton::clicked, this,
-          guard(u"cmdClose_Click", &frmRecursiveSearch::cmdClose_Click));
+  onClick(ui_->cmdOk, this, to_.questions, u"cmdOk_Click", [this] { cmdOk_Click(); });
+  onClick(ui_->cmdClose, this, to_.questions, u"cmdClose_Click", [this] { cmdClose_Click(); });
   connect(ui_->listResult, &QListWidget::itemClicked, this,
-          guard(u"listResult_Click", &frmRecursiveSearch::listResult_Click));
+          [this] { guarded(to_.questions, u"listResult_Click", [this] { listResult_Click(); }); });
   connect(ui_->listResult, &QListWidget::currentRowChanged, this, &frmRecursiveSearch::showDetails);
   ui_->listResult->installEventFilter(this);
 }

@@ -8,6 +8,7 @@
 #include "config/ConfigFile.h"
 #include "platform/Guarded.h"
 #include "platform/qt/Centre.h"
+#include "platform/qt/ClickHandler.h"
 #include "platform/qt/QtText.h"
 #include "sync/BackupFolder.h"
 #include "sync/SyncPaths.h"
@@ -47,12 +48,13 @@ class frmSynchro::Busy {
   Busy(frmSynchro& window, std::initializer_list<QWidget*> waiting)
       : window_(window), waiting_(waiting), focus_(window.focusWidget()) {
     window_.sinceYield_.invalidate();
+    if (focus_) focus_->clearFocus();  // else it goes on to whatever comes next
     for (QWidget* control : waiting_) control->setEnabled(false);
   }
   ~Busy() {
     window_.ui_->ProgressBar->hide();
     for (QWidget* control : waiting_) control->setEnabled(true);
-    if (focus_) focus_->setFocus();  // which it lost when it was disabled
+    if (focus_ && !window_.focusWidget()) focus_->setFocus();
   }
   Busy(const Busy&) = delete;
   Busy& operator=(const Busy&) = delete;
@@ -88,20 +90,12 @@ frmSynchro::frmSynchro(SynchroSurroundings surroundings)
 frmSynchro::~frmSynchro() = default;
 
 void frmSynchro::connectControls() {
-  const auto onClick = [this](QAbstractButton* button, TextView name,
-                              void (frmSynchro::*handler)()) {
-    connect(button, &QAbstractButton::clicked, this,
-            [this, procedure = Text(name), handler] { run(procedure, handler); });
-  };
-  onClick(ui_->cmdPath, u"cmdPath_Click", &frmSynchro::cmdPath_Click);
-  onClick(ui_->cmdOpen, u"cmdOpen_Click", &frmSynchro::cmdOpen_Click);
-  onClick(ui_->cmdCompare, u"cmdCompare_Click", &frmSynchro::cmdCompare_Click);
-  onClick(ui_->cmdSynchro, u"cmdSynchro_Click", &frmSynchro::cmdSynchro_Click);
-  onClick(ui_->cmdClose, u"cmdClose_Click", &frmSynchro::cmdClose_Click);
-}
-
-void frmSynchro::run(TextView procedure, void (frmSynchro::*handler)()) {
-  guarded(to_.questions, procedure, [&] { (this->*handler)(); });
+  Questions& ask = to_.questions;
+  onClick(ui_->cmdPath, this, ask, u"cmdPath_Click", [this] { cmdPath_Click(); });
+  onClick(ui_->cmdOpen, this, ask, u"cmdOpen_Click", [this] { cmdOpen_Click(); });
+  onClick(ui_->cmdCompare, this, ask, u"cmdCompare_Click", [this] { cmdCompare_Click(); });
+  onClick(ui_->cmdSynchro, this, ask, u"cmdSynchro_Click", [this] { cmdSynchro_Click(); });
+  onClick(ui_->cmdClose, this, ask, u"cmdClose_Click", [this] { cmdClose_Click(); });
 }
 
 // --- The window ---------------------------------------------------------------------------------
@@ -115,7 +109,7 @@ void frmSynchro::Form_Load() {
   if (!isBackupFolder(to_.settings.backupPath)) {
     to_.settings.backupPath = homeDriveRoot(drivePlaces());
     ui_->txtPath->setText(toQt(to_.settings.backupPath));
-    run(u"cmdPath_Click", &frmSynchro::cmdPath_Click);
+    guarded(to_.questions, u"cmdPath_Click", [this] { cmdPath_Click(); });
   }
   ui_->cmdOpen->show();
   centre(*this);

@@ -53,7 +53,6 @@ class frmSynchro : public QWidget, private SyncProgress {
   void trace(const Text& line) override;
 
   class Busy;
-  void run(TextView procedure, void (frmSynchro::*handler)());
   void connectControls();
   void compare();
   void startComparison();

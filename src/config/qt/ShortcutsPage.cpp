@@ -9,7 +9,7 @@
 #include "config/OptionsBoxes.h"
 #include "config/SearchBoxes.h"
 #include "config/ShortcutStore.h"
-#include "platform/Guarded.h"
+#include "platform/qt/ClickHandler.h"
 #include "platform/qt/QtText.h"
 #include "text/Paths.h"
 #include "ui_ShortcutsPage.h"
@@ -49,15 +49,9 @@ ShortcutsPage::ShortcutsPage(const OptionsSurroundings& surroundings, QWidget* p
   connect(ui_->txtNameQrCode, &QLineEdit::textEdited, this, &ShortcutsPage::txtNameQrCode_Change);
   connect(ui_->txtQrCode, &QLineEdit::textEdited, this, &ShortcutsPage::txtQrCode_Change);
 
-  const auto onClick = [this](QPushButton* button, TextView name,
-                              void (ShortcutsPage::*handler)()) {
-    connect(button, &QPushButton::clicked, this, [this, procedure = Text(name), handler] {
-      guarded(to_.questions, procedure, [&] { (this->*handler)(); });
-    });
-  };
-  onClick(ui_->cmdDel, u"cmdDel_Click", &ShortcutsPage::cmdDel_Click);
-  onClick(ui_->cmdJs, u"cmdJs_Click", &ShortcutsPage::cmdJs_Click);
-  onClick(ui_->cmdOpenJs, u"cmdOpenJs_Click", &ShortcutsPage::cmdOpenJs_Click);
+  onClick(ui_->cmdDel, this, to_.questions, u"cmdDel_Click", [this] { cmdDel_Click(); });
+  onClick(ui_->cmdJs, this, to_.questions, u"cmdJs_Click", [this] { cmdJs_Click(); });
+  onClick(ui_->cmdOpenJs, this, to_.questions, u"cmdOpenJs_Click", [this] { cmdOpenJs_Click(); });
   showCaption();
   Grid_Click();
 }

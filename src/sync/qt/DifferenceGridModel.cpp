@@ -14,8 +14,9 @@ QIcon arrow(TextView name) {
   return QIcon(assetPath(QStringLiteral("arrows/") + toQt(name) + QStringLiteral(".svg")));
 }
 
-bool isSize(int column) {
-  return kGridColumns[static_cast<std::size_t>(column)].header == u"Poids";
+Qt::Alignment alignmentOf(int column) {
+  const bool isSize = kGridColumns[static_cast<std::size_t>(column)].header == u"Poids";
+  return Qt::AlignVCenter | (isSize ? Qt::AlignRight : Qt::AlignLeft);
 }
 
 }  // namespace
@@ -83,14 +84,16 @@ QVariant DifferenceGridModel::data(const QModelIndex& index, int role) const {
       bold.setBold(true);
       return bold;
     }
-    case Qt::TextAlignmentRole:
-      return QVariant::fromValue(Qt::AlignVCenter |
-                                 (isSize(column) ? Qt::AlignRight : Qt::AlignLeft));
+    case Qt::TextAlignmentRole: return QVariant::fromValue(alignmentOf(column));
     default: return {};
   }
 }
 
 QVariant DifferenceGridModel::headerData(int section, Qt::Orientation orientation, int role) const {
-  if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
-  return toQt(kGridColumns[static_cast<std::size_t>(section)].header);
+  if (orientation != Qt::Horizontal) return {};
+  switch (role) {
+    case Qt::DisplayRole: return toQt(kGridColumns[static_cast<std::size_t>(section)].header);
+    case Qt::TextAlignmentRole: return QVariant::fromValue(alignmentOf(section));
+    default: return {};
+  }
 }

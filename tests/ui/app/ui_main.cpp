@@ -676,7 +676,9 @@ TEST_F(frmMainTest, NothingIsWatchedWhileTheSynchronisationsWindowIsOpen) {
 TEST_F(frmMainTest, ARestoredShortcutTableIsTheProgramsTable) {
   folder.makeFolders("nav/user_datas");
   folder.write("stick/shortQrCode.js",
-               "var FreeId=77\r\nvar tabObj = new Object();\r\nfunction ShortQrCode(myKey){\r\n");
+               "var FreeId=77\r\nvar tabObj = new Object();\r\n"
+               "tabObj[\"000000076\"]=\"Du stick_|_webhttps://exemple/\";\r\n"
+               "function ShortQrCode(myKey){\r\n");
   start();
   const std::filesystem::path live(folder.path("nav/res_css/js/shortQrCode.js"));
   std::filesystem::last_write_time(live,
@@ -690,6 +692,16 @@ TEST_F(frmMainTest, ARestoredShortcutTableIsTheProgramsTable) {
   control<QAbstractButton>(*window("frmSynchro"), "cmdCompare").click();
   control<QAbstractButton>(*window("frmSynchro"), "cmdSynchro").click();
   EXPECT_EQ(companion.shortcuts.freeId(), 77);
+
+  // The next shortcut comes behind those that were restored, and takes none of them away.
+  control<QAbstractButton>(*window("frmSynchro"), "cmdClose").click();
+  timer("TimerFirstSearch").start(20);
+  ASSERT_TRUE(waitUntil([this] { return watching(); }));
+  give("createlink_|_lnkweb://nouveau_|_Nouveau_|_1");
+  ASSERT_TRUE(waitUntil([this] { return companion.shortcuts.freeId() == 78; }));
+  const std::string saved = folder.read("nav/res_css/js/shortQrCode.js");
+  EXPECT_NE(saved.find("\"000000076\"]=\"Du stick_|_webhttps://exemple/\""), std::string::npos);
+  EXPECT_NE(saved.find("\"000000077\"]=\"Nouveau_|_web://nouveau\""), std::string::npos) << saved;
 }
 
 TEST_F(frmMainTest, EveryEntryOfTheMenuHasItsCommand) {

@@ -73,6 +73,7 @@ TEST(Comparison, ExactlyTheSameNameComesFirst) {
   EXPECT_EQ(compare(source, listingOf({{"a", 1}})), Rows{"0 A -"});
   EXPECT_EQ(compare(source, listingOf({{"A", 9}})), Rows{"0 a -"});
   EXPECT_TRUE(compare(source, listingOf({{"a", 1}, {"A", 9}})).empty());
+  EXPECT_EQ(compare(listingOf({{"A", 1}}), listingOf({{"A", 1}, {"a", 9}})), Rows{"2 - a"});
 }
 
 TEST(Comparison, NoFileIsThePartnerOfTwo) {

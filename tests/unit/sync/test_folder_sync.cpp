@@ -3,6 +3,7 @@
 
 #include "SyncSupport.h"
 #include "support/Doubles.h"
+#include "support/Processes.h"
 #include "sync/FolderSync.h"
 #include "sync/SyncTexts.h"
 
@@ -139,6 +140,34 @@ TEST_F(FolderSyncTest, AMissingFolderOfTheUserIsMadeForTheTable) {
   scratch.write("stick/a", "");
   EXPECT_EQ(compare(), Outcome::Different);
   EXPECT_EQ(rows(), (Lines{"0 shortQrCode.js -", "2 - a"}));
+}
+
+TEST_F(FolderSyncTest, AFolderThatMayNotBeReadIsToldAndNothingIsTakenForMissing) {
+  scratch.write("nav/user_datas/a", "precious");
+  ::chmod(scratch.path().c_str(), 0755);
+  ::chmod(scratch.path("nav/user_datas").c_str(), 0777);
+  ::chmod(scratch.path("stick").c_str(), 0);
+  EXPECT_EQ(inChildWithoutRights([&] {
+              questions.answers = {Answer::Ok};
+              const bool same = compare() == Outcome::Identical;
+              const Box expected = folderMissingBox(scratch.text("stick") + u"/");
+              return same && questions.boxes == std::vector<Box>{expected} ? 0 : 1;
+            }),
+            0);
+  ::chmod(scratch.path("stick").c_str(), 0755);
+}
+
+TEST_F(FolderSyncTest, AClosedFolderInTheBackupMakesNoBox) {
+  scratch.makeFolders("stick/closed");
+  ::chmod(scratch.path().c_str(), 0755);
+  ::chmod(scratch.path("nav/user_datas").c_str(), 0777);
+  ::chmod(scratch.path("stick/closed").c_str(), 0);
+  EXPECT_EQ(inChildWithoutRights([&] {
+              compare();
+              return questions.boxes.empty() ? 0 : 1;
+            }),
+            0);
+  ::chmod(scratch.path("stick/closed").c_str(), 0755);
 }
 
 TEST_F(FolderSyncTest, BothSidesMissingAreToldOneAfterTheOther) {

@@ -86,6 +86,17 @@ TEST_F(Folders, SyncCopiesBothWaysAndPrintsWhatItCopied) {
   EXPECT_EQ(run("compare").status, 0);
 }
 
+TEST_F(Folders, TheShortcutTableIsAFileAsAnyOther) {
+  write("nav/res_css/js/shortQrCode.js", "live", kNew);
+  folder.makeFolders("nav/user_datas");
+  write("backup/shortQrCode.js", "other", kOld);
+  for (const std::string verb : {"compare", "sync"}) {
+    runTavrolloctl({verb, folder.path("nav/user_datas"), folder.path("backup")});
+    EXPECT_EQ(folder.read("nav/res_css/js/shortQrCode.js"), "live") << verb;
+  }
+  EXPECT_EQ(folder.read("nav/user_datas/shortQrCode.js"), "other");
+}
+
 TEST_F(Folders, ADryRunCopiesNothing) {
   writeOneOfEach();
   const Outcome tried = run("sync", {"--dry-run"});
