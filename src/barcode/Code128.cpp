@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <algorithm>
-
 #include "barcode/Digits.h"
 #include "barcode/ModcodeBarre.h"
 
@@ -23,7 +21,7 @@ int characterValue(char16_t character) {
 }
 
 bool isEncodable(char16_t character) {
-  return (character >= 32 && character <= 126) || character == kValue98;
+  return ((character >= 32) & (character <= 126)) | (character == kValue98);
 }
 
 bool beginsWithDigits(TextView text, std::size_t count) {
@@ -36,52 +34,61 @@ bool isWorthSetC(TextView rest, bool atBegin) {
   return beginsWithDigits(rest, needed);
 }
 
-// The symbol up to its check character.
-Text dataCharacters(TextView text) {
-  Text result;
-  result.reserve(text.size() + 3);  // a switch costs one and saves at least one
+// Writes the symbol up to its check character, at most a character more than `text` has: a switch
+// costs one and saves at least one. Gives its end.
+char16_t* writeData(TextView text, char16_t* end) {
   bool inSetC = false;
   for (std::size_t i = 0; i < text.size();) {
+    if (i > 0 && !inSetC && !isDigit(text[i])) {  // what most texts are made of
+      *end++ = text[i++];
+      continue;
+    }
     const TextView rest = text.substr(i);
     if (!inSetC) {
       inSetC = isWorthSetC(rest, i == 0);
       if (i == 0) {
-        result += inSetC ? kStartC : kStartB;
+        *end++ = inSetC ? kStartC : kStartB;
       } else if (inSetC) {
-        result += kToSetC;
+        *end++ = kToSetC;
       }
     }
     if (inSetC && beginsWithDigits(rest, 2)) {
-      result += valueCharacter(10 * digitValue(rest[0]) + digitValue(rest[1]));
+      *end++ = valueCharacter(10 * digitValue(rest[0]) + digitValue(rest[1]));
       i += 2;
       continue;
     }
     if (inSetC) {
-      result += kToSetB;
+      *end++ = kToSetB;
       inSetC = false;
     }
-    result += rest[0];
+    *end++ = rest[0];
     ++i;
   }
-  return result;
+  return end;
 }
 
+// Each character counts once more than the one in front of it, the first two once: sums of sums,
+// from the end on.
 int checkValue(TextView symbol) {
-  std::int64_t sum = characterValue(symbol[0]);
-  std::int64_t weight = 1;
-  for (const char16_t character : symbol.substr(1)) {
-    sum = (sum + weight * characterValue(character)) % 103;
-    ++weight;
+  std::int64_t behind = 0;
+  std::int64_t sum = 0;
+  for (std::size_t i = symbol.size() - 1; i > 0; --i) {
+    behind += characterValue(symbol[i]);
+    sum += behind;
   }
-  return static_cast<int>(sum);
+  return static_cast<int>((sum + characterValue(symbol[0])) % 103);
 }
 
 }  // namespace
 
 Text ModcodeBarre::Code128(TextView text) {
-  if (text.empty() || !std::all_of(text.begin(), text.end(), isEncodable)) return {};
-  Text result = dataCharacters(text);
-  result += valueCharacter(checkValue(result));
-  result += kStop;
+  if (text.empty() || !holdsOfAll(text, isEncodable)) return {};
+  Text result(text.size() + 3, kStop);
+  char16_t* const begin = result.data();
+  char16_t* end = writeData(text, begin);
+  const int check = checkValue({begin, static_cast<std::size_t>(end - begin)});
+  *end++ = valueCharacter(check);
+  *end++ = kStop;
+  result.resize(static_cast<std::size_t>(end - begin));
   return result;
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
+#include <array>
 
 #include "barcode/ModcodeBarre.h"
 
@@ -8,7 +9,16 @@ namespace {
 constexpr TextView kCharacters = u"0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ-. $/+%";
 constexpr char16_t kStartAndStop = u'*';
 
-bool isEncodable(char16_t character) { return kCharacters.find(character) != TextView::npos; }
+// Which of the characters of ASCII are among them: each is asked for at every keystroke.
+constexpr auto kEncodable = [] {
+  std::array<bool, 128> encodable{};
+  for (const char16_t character : kCharacters) encodable[character] = true;
+  return encodable;
+}();
+
+bool isEncodable(char16_t character) {
+  return character < kEncodable.size() && kEncodable[character];
+}
 
 }  // namespace
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <algorithm>
+#include <cstdint>
 
 #include "text/Text.h"
 
@@ -9,19 +9,28 @@
 
 inline bool isDigit(char16_t character) { return character >= u'0' && character <= u'9'; }
 
+// True where `holds` of every character, also of none. It looks at all of them: a processor takes
+// many at a time, but not where it may stop in their midst.
+template <typename Holds>
+bool holdsOfAll(TextView text, Holds holds) {
+  bool all = true;
+  for (const char16_t character : text) all &= holds(character);
+  return all;
+}
+
 // True also for "".
-inline bool areDigits(TextView text) { return std::all_of(text.begin(), text.end(), isDigit); }
+inline bool areDigits(TextView text) { return holdsOfAll(text, isDigit); }
 
 inline int digitValue(char16_t digit) { return digit - u'0'; }
 
 // The check digit that EAN and Interleaved 2 of 5 share: from the right, digits count three times
 // and once in turn.
 inline int checkDigit(TextView digits) {
-  int sum = 0;
-  int weight = 3;
-  for (auto digit = digits.rbegin(); digit != digits.rend(); ++digit) {
-    sum = (sum + weight * digitValue(*digit)) % 10;
-    weight = 4 - weight;
+  std::int64_t sum = 0;
+  std::int64_t heavy = 0;  // those that count three times
+  for (std::size_t i = digits.size(); i > 0; --i) {
+    sum += digitValue(digits[i - 1]);
+    if ((digits.size() - i) % 2 == 0) heavy += digitValue(digits[i - 1]);
   }
-  return (10 - sum) % 10;
+  return static_cast<int>((10 - (sum + 2 * heavy) % 10) % 10);
 }

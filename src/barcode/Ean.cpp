@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "barcode/Ean.h"
+
 #include <array>
 
 #include "barcode/Digits.h"
@@ -6,90 +8,89 @@
 
 namespace {
 
-// A digit's three patterns: odd parity, even parity, and the mirrored one of the right half.
-constexpr char16_t kSetA = u'A';
-constexpr char16_t kSetB = u'K';
-constexpr char16_t kSetC = u'a';
+// The symbols of nothing but zeros. A digit's character in each of its sets is so far behind that
+// of the zero as its value says: "A" is the zero in odd parity, "K" in even parity, "a" in the
+// right half. ":", "*" and "+" are guards (EAN-13 has the first one in the glyph of its first
+// digit), "[" and "\\" the begin and the separators of an add-on.
 
-constexpr char16_t kCentreGuard = u'*';
-constexpr char16_t kEndGuard = u'+';
-constexpr char16_t kStartGuard8 = u':';  // EAN-13 has it in the glyph of its first digit
-constexpr char16_t kAddOnStart = u'[';
-constexpr char16_t kAddOnSeparator = u'\\';
+// By the first digit.
+constexpr std::array<TextView, 10> kZeros13 = {
+    u"0AAAAAA*aaaaaa+", u"0AAKAKK*aaaaaa+", u"0AAKKAK*aaaaaa+", u"0AAKKKA*aaaaaa+",
+    u"0AKAAKK*aaaaaa+", u"0AKKAAK*aaaaaa+", u"0AKKKAA*aaaaaa+", u"0AKAKAK*aaaaaa+",
+    u"0AKAKKA*aaaaaa+", u"0AKKAKA*aaaaaa+"};
 
-// The sets of an EAN-13's digits 2 to 7, by the first digit.
-constexpr std::array<std::string_view, 10> kParity13 = {"AAAAAA", "AABABB", "AABBAB", "AABBBA",
-                                                        "ABAABB", "ABBAAB", "ABBBAA", "ABABAB",
-                                                        "ABABBA", "ABBABA"};
+constexpr TextView kZeros8 = u":AAAA*aaaa+";
 
-// The sets of an add-on's digits: by the remainder of its value, and by its check value.
-constexpr std::array<std::string_view, 4> kParity2 = {"AA", "AB", "BA", "BB"};
-constexpr std::array<std::string_view, 10> kParity5 = {"BBAAA", "BABAA", "BAABA", "BAAAB", "ABBAA",
-                                                       "AABBA", "AAABB", "ABABA", "ABAAB", "AABAB"};
+// By the remainder of the add-on's value, and by its check value.
+constexpr std::array<TextView, 4> kZeros2 = {u"[A\\A", u"[A\\K", u"[K\\A", u"[K\\K"};
+constexpr std::array<TextView, 10> kZeros5 = {
+    u"[K\\K\\A\\A\\A", u"[K\\A\\K\\A\\A", u"[K\\A\\A\\K\\A", u"[K\\A\\A\\A\\K", u"[A\\K\\K\\A\\A",
+    u"[A\\A\\K\\K\\A", u"[A\\A\\A\\K\\K", u"[A\\K\\A\\K\\A", u"[A\\K\\A\\A\\K", u"[A\\A\\K\\A\\K"};
 
-char16_t inSet(char16_t set, char16_t digit) {
-  return static_cast<char16_t>(set + digitValue(digit));
+void addDigit(char16_t& zero, char16_t digit) {
+  zero = static_cast<char16_t>(zero + digitValue(digit));
 }
 
-char16_t inParity(char parity, char16_t digit) {
-  return inSet(parity == 'A' ? kSetA : kSetB, digit);
+void addCheckDigit(char16_t& zero, TextView digits) {
+  zero = static_cast<char16_t>(zero + checkDigit(digits));
 }
 
-void appendInSet(Text& result, char16_t set, TextView digits) {
-  for (const char16_t digit : digits) result += inSet(set, digit);
+// Gives the appended characters.
+char16_t* append(Text& text, TextView zeros) {
+  text += zeros;
+  return text.data() + text.size() - zeros.size();
 }
 
-void appendCheckAndEnd(Text& result, TextView digits) {
-  result += static_cast<char16_t>(kSetC + checkDigit(digits));
-  result += kEndGuard;
-}
-
-std::string_view addOnParity(TextView digits) {
+TextView addOnZeros(TextView digits) {
   if (digits.size() == 2) {
     const int value = 10 * digitValue(digits[0]) + digitValue(digits[1]);
-    return kParity2[static_cast<std::size_t>(value % 4)];
+    return kZeros2[static_cast<std::size_t>(value % 4)];
   }
   const int odd = digitValue(digits[0]) + digitValue(digits[2]) + digitValue(digits[4]);
   const int even = digitValue(digits[1]) + digitValue(digits[3]);
-  return kParity5[static_cast<std::size_t>((3 * odd + 9 * even) % 10)];
+  return kZeros5[static_cast<std::size_t>((3 * odd + 9 * even) % 10)];
 }
 
 }  // namespace
 
+void appendEan13(Text& text, TextView digits) {
+  if (digits.size() != kDigits13 || !areDigits(digits)) return;
+  char16_t* symbol = append(text, kZeros13[static_cast<std::size_t>(digitValue(digits[0]))]);
+  constexpr std::size_t kLeft = 7;  // those in front of the centre guard
+  for (std::size_t i = 0; i < kLeft; ++i) addDigit(symbol[i], digits[i]);
+  for (std::size_t i = kLeft; i < kDigits13; ++i) addDigit(symbol[i + 1], digits[i]);
+  addCheckDigit(symbol[kDigits13 + 1], digits);
+}
+
+void appendEan8(Text& text, TextView digits) {
+  if (digits.size() != kDigits8 || !areDigits(digits)) return;
+  char16_t* symbol = append(text, kZeros8);
+  constexpr std::size_t kLeft = 4;
+  for (std::size_t i = 0; i < kLeft; ++i) addDigit(symbol[i + 1], digits[i]);
+  for (std::size_t i = kLeft; i < kDigits8; ++i) addDigit(symbol[i + 2], digits[i]);
+  addCheckDigit(symbol[kDigits8 + 2], digits);
+}
+
+void appendEanAddOn(Text& text, TextView digits) {
+  if ((digits.size() != 2 && digits.size() != kAddOnDigits) || !areDigits(digits)) return;
+  char16_t* symbol = append(text, addOnZeros(digits));
+  for (std::size_t i = 0; i < digits.size(); ++i) addDigit(symbol[2 * i + 1], digits[i]);
+}
+
 Text ModcodeBarre::EAN13(TextView digits) {
-  if (digits.size() != 12 || !areDigits(digits)) return {};
-  const std::string_view parity = kParity13[static_cast<std::size_t>(digitValue(digits[0]))];
-  Text result;
-  result.reserve(15);
-  result += digits[0];
-  for (std::size_t i = 0; i < parity.size(); ++i) result += inParity(parity[i], digits[i + 1]);
-  result += kCentreGuard;
-  appendInSet(result, kSetC, digits.substr(7));
-  appendCheckAndEnd(result, digits);
-  return result;
+  Text text;
+  appendEan13(text, digits);
+  return text;
 }
 
 Text ModcodeBarre::EAN8(TextView digits) {
-  if (digits.size() != 7 || !areDigits(digits)) return {};
-  Text result;
-  result.reserve(11);
-  result += kStartGuard8;
-  appendInSet(result, kSetA, digits.substr(0, 4));
-  result += kCentreGuard;
-  appendInSet(result, kSetC, digits.substr(4));
-  appendCheckAndEnd(result, digits);
-  return result;
+  Text text;
+  appendEan8(text, digits);
+  return text;
 }
 
 Text ModcodeBarre::EANAddOn(TextView digits) {
-  if ((digits.size() != 2 && digits.size() != 5) || !areDigits(digits)) return {};
-  const std::string_view parity = addOnParity(digits);
-  Text result;
-  result.reserve(2 * digits.size());
-  result += kAddOnStart;
-  for (std::size_t i = 0; i < parity.size(); ++i) {
-    if (i > 0) result += kAddOnSeparator;
-    result += inParity(parity[i], digits[i]);
-  }
-  return result;
+  Text text;
+  appendEanAddOn(text, digits);
+  return text;
 }

@@ -16,21 +16,15 @@ char16_t pairCharacter(int value) {
 
 Text ModcodeBarre::Interleaved2of5(TextView digits, bool withCheck) {
   if (digits.empty() || !areDigits(digits)) return {};
-  Text result;
-  result.reserve(digits.size() / 2 + 3);
-  result += kStart;
-
-  // Each second digit completes a pair. A zero in front makes their count even.
-  int tens = 0;
-  bool pairBegun = (digits.size() % 2 == 0) == withCheck;
-  const auto append = [&](int digit) {
-    if (pairBegun) result += pairCharacter(10 * tens + digit);
-    tens = digit;
-    pairBegun = !pairBegun;
-  };
-  for (const char16_t digit : digits) append(digitValue(digit));
-  if (withCheck) append(checkDigit(digits));
-
-  result += kStop;
+  const std::size_t count = digits.size() + (withCheck ? 1 : 0);
+  Text result((count + 1) / 2 + 2, kStop);
+  char16_t* end = result.data();
+  *end++ = kStart;
+  std::size_t i = count % 2;  // a zero in front makes the count even
+  if (i == 1) *end++ = pairCharacter(digitValue(digits[0]));
+  for (; i + 1 < digits.size(); i += 2) {
+    *end++ = pairCharacter(10 * digitValue(digits[i]) + digitValue(digits[i + 1]));
+  }
+  if (withCheck) *end = pairCharacter(10 * digitValue(digits[i]) + checkDigit(digits));
   return result;
 }

@@ -4,11 +4,9 @@
 #include <algorithm>
 #include <array>
 
-namespace {
+#include "barcode/Ean.h"
 
-constexpr std::size_t kDigits13 = 12;
-constexpr std::size_t kDigits8 = 7;
-constexpr std::size_t kAddOnDigits = 5;
+namespace {
 
 // `text` with zeros in front of it up to `Size` characters; `text` has no more.
 template <std::size_t Size>
@@ -19,24 +17,27 @@ std::array<char16_t, Size> zeroFilled(TextView text) {
   return filled;
 }
 
-Text encodeAddOn(TextView addOn) {
-  if (addOn.empty()) return {};
+void appendAddOn(Text& text, TextView addOn) {
   if (addOn.size() == 1) {
     const auto filled = zeroFilled<2>(addOn);
-    return ModcodeBarre::EANAddOn({filled.data(), filled.size()});
-  }
-  if (addOn.size() == 3 || addOn.size() == 4) {
+    appendEanAddOn(text, {filled.data(), filled.size()});
+  } else if (addOn.size() == 3 || addOn.size() == 4) {
     const auto filled = zeroFilled<kAddOnDigits>(addOn);
-    return ModcodeBarre::EANAddOn({filled.data(), filled.size()});
+    appendEanAddOn(text, {filled.data(), filled.size()});
+  } else {
+    appendEanAddOn(text, addOn.substr(0, kAddOnDigits));
   }
-  return ModcodeBarre::EANAddOn(addOn.substr(0, kAddOnDigits));
 }
 
 template <std::size_t Size>
-Text encodeEan(Text (*encode)(TextView), TextView source, TextView addOn) {
+Text encodeEan(void (*append)(Text&, TextView), TextView source, TextView addOn) {
   if (source.size() > Size) addOn = source.substr(Size, kAddOnDigits);
   const auto filled = zeroFilled<Size>(source.substr(0, Size));
-  return encode({filled.data(), filled.size()}) + encodeAddOn(addOn);
+  Text text;
+  text.reserve(kLongestEan);
+  append(text, {filled.data(), filled.size()});
+  appendAddOn(text, addOn);
+  return text;
 }
 
 }  // namespace
@@ -45,8 +46,8 @@ Text ModcodeBarre::CodeBar(std::uint8_t type, TextView source, TextView addOn, b
   if (source.empty()) return {};
   switch (type) {
     case kCode39: return Code39(source);
-    case kEan13: return encodeEan<kDigits13>(EAN13, source, addOn);
-    case kEan8: return encodeEan<kDigits8>(EAN8, source, addOn);
+    case kEan13: return encodeEan<kDigits13>(appendEan13, source, addOn);
+    case kEan8: return encodeEan<kDigits8>(appendEan8, source, addOn);
     case kInterleaved2of5: return Interleaved2of5(source, withCheck);
     case kCode128: return Code128(source);
     default: return {};

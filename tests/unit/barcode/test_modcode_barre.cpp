@@ -122,3 +122,85 @@ TEST(ModcodeBarre, EveryCharacterIsInTheRangesOfTheFonts) {
     }
   }
 }
+
+// --- What nobody types --------------------------------------------------------------------------
+
+namespace {
+
+constexpr char16_t kHighSurrogate = 0xD83D;
+constexpr char16_t kLowSurrogate = 0xDE00;
+
+bool isAsciiDigit(unsigned code) { return code >= '0' && code <= '9'; }
+
+}  // namespace
+
+// Halves of surrogate pairs are among them.
+TEST(ModcodeBarre, OfAllCharactersOnlyTheTenDigitsAreDigits) {
+  for (unsigned code = 0; code <= 0xFFFF; ++code) {
+    const Text one(1, static_cast<char16_t>(code));
+    const bool isDigit = isAsciiDigit(code);
+    ASSERT_EQ(ean13(one), isDigit ? EAN13(Text(11, u'0') + one) : Text()) << code;
+    ASSERT_EQ(ean8(one), isDigit ? EAN8(Text(6, u'0') + one) : Text()) << code;
+    ASSERT_EQ(ean13(u"1234", one), u"0AAAAAA*abcdei+" + (isDigit ? EANAddOn(u"0" + one) : Text()))
+        << code;
+    ASSERT_EQ(ean8(u"1234567" + one), u":BCDE*fgha+" + (isDigit ? EANAddOn(u"0" + one) : Text()))
+        << code;
+    for (const bool withCheck : {false, true}) {
+      ASSERT_EQ(Interleaved2of5(one, withCheck).empty(), !isDigit) << code;
+      ASSERT_EQ(Interleaved2of5(u"12" + one + u"3", withCheck).empty(), !isDigit) << code;
+    }
+  }
+}
+
+TEST(ModcodeBarre, AZeroCharacterOrHalfAPairNeitherEndsATextNorPassesForADigit) {
+  for (const char16_t bad : {u'\0', kHighSurrogate, kLowSurrogate}) {
+    for (std::size_t place = 0; place < 12; ++place) {
+      Text source = u"123456789012";
+      source[place] = bad;
+      EXPECT_EQ(ean13(source), u"") << place;
+      EXPECT_EQ(ean13(source, u"12"), u"[B\\C") << place;
+      EXPECT_EQ(CodeBar(kInterleaved2of5, source, u"", false), u"") << place;
+      EXPECT_EQ(CodeBar(kCode39, source, u"", false), u"") << place;
+      EXPECT_EQ(CodeBar(kCode128, source, u"", false), u"") << place;
+    }
+    for (std::size_t place = 0; place < 7; ++place) {
+      Text source = u"1234567";
+      source[place] = bad;
+      EXPECT_EQ(ean8(source), u"") << place;
+    }
+    for (std::size_t length = 1; length <= 5; ++length) {
+      for (std::size_t place = 0; place < length; ++place) {
+        Text addOn(length, u'1');
+        addOn[place] = bad;
+        EXPECT_EQ(ean13(u"1234", addOn), u"0AAAAAA*abcdei+") << length << ' ' << place;
+      }
+    }
+    EXPECT_EQ(ean13(u"1234", u"12345" + Text(1, bad)), u"0AAAAAA*abcdei+" + EANAddOn(u"12345"));
+  }
+  const Text pair = {kHighSurrogate, kLowSurrogate};
+  for (std::uint8_t type = 1; type <= 5; ++type) {
+    EXPECT_EQ(CodeBar(type, pair, pair, true), u"") << int{type};
+  }
+}
+
+TEST(ModcodeBarre, AVeryLongTextIsEncodedByItsFirstDigitsOrWhole) {
+  constexpr std::size_t kLength = 100'000;
+  Text digits;
+  for (std::size_t i = 0; i < kLength; ++i) digits += static_cast<char16_t>(u'0' + (i + 1) % 10);
+  const Text both = EAN13(u"123456789012") + EANAddOn(u"34567");
+  EXPECT_EQ(ean13(digits), both);
+  EXPECT_EQ(ean13(digits.substr(0, 17) + Text(kLength, u'x'), digits), both);
+  EXPECT_EQ(ean13(u"123456789012", digits.substr(2)), both);
+  EXPECT_EQ(ean8(digits), EAN8(u"1234567") + EANAddOn(u"89012"));
+  EXPECT_EQ(ean8(u"1", Text(kLength, u'x')), EAN8(u"0000001"));
+  EXPECT_EQ(ean13(Text(kLength, u'x')), u"");
+
+  const Text whole = Interleaved2of5(digits, false);
+  ASSERT_EQ(whole.size(), kLength / 2 + 2);
+  for (std::size_t i = 0; i < kLength; i += 2) {
+    ASSERT_EQ(whole[1 + i / 2], Interleaved2of5(digits.substr(i, 2), false)[1]) << i;
+  }
+  EXPECT_EQ(Interleaved2of5(digits, true).size(), kLength / 2 + 3);
+  EXPECT_EQ(Interleaved2of5(digits + u"x", false), u"");
+  EXPECT_EQ(Interleaved2of5(u"x" + digits, true), u"");
+}
