@@ -44,4 +44,5 @@ def symbols():
     yield Symbol(code=ord("+"), modules=GUARD + MARGIN_RIGHT, bottom=BOTTOM_OF_GUARDS)
     yield Symbol(code=ord("["), modules=MORE_MARGIN_BEFORE_ADD_ON + ADD_ON_GUARD, bottom=BOTTOM)
     yield Symbol(code=ord("\\"), modules=ADD_ON_SEPARATOR, bottom=BOTTOM)
+    # No symbol: every font has a blank, at which word processors break lines.
     yield Symbol(code=ord(" "), modules="0" * 7, bottom=BOTTOM)

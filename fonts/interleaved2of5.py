@@ -28,4 +28,5 @@ def symbols():
         yield Symbol(code=pair_code(value), modules=narrow_and_wide(elements), bottom=0)
     yield Symbol(code=START_CODE, modules=MARGIN + narrow_and_wide(START), bottom=0)
     yield Symbol(code=STOP_CODE, modules=narrow_and_wide(STOP) + MARGIN, bottom=0)
+    # No symbol: every font has a blank, at which word processors break lines.
     yield Symbol(code=ord(" "), modules=MARGIN, bottom=0)

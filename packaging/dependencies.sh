@@ -21,8 +21,8 @@ demonstration_packages=(
 
 testing_packages=(
   xauth strace libsqlite3-dev dbus-daemon x11-utils nodejs
-  python3-pil zbar-tools poppler-utils dosfstools exfatprogs exfat-fuse
-  desktop-file-utils appstream man-db lintian
+  python3-pil zbar-tools 'libzxing-dev|libzxingcore-dev' poppler-utils fontconfig
+  dosfstools exfatprogs exfat-fuse desktop-file-utils appstream man-db lintian
   clang 'libclang-rt-dev|libclang-rt-14-dev')
 
 full_testing_packages=(clang-tidy clang-format)

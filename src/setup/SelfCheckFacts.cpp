@@ -74,7 +74,8 @@ void gatherLastCommand(Facts& facts) {
 }
 
 std::optional<FoundProgram> launcherFor(const Text& programFolder, TextView key, TextView command) {
-  if (const std::optional<Text> own = userLauncher(programFolder, key)) {
+  const auto untraced = [](const Text&) {};  // the program traces it when it starts something
+  if (const std::optional<Text> own = userLauncher(programFolder, key, untraced)) {
     return FoundProgram{.program = *own, .missing = {}};
   }
   return programFor(command);

@@ -59,6 +59,12 @@ class FontTables(unittest.TestCase):
             names = [unicode_map[ord(character)] for character in built.EMITTED[family]]
             self.assertEqual(len(names), len(set(names)), "one glyph for each symbol")
 
+    def test_lines_break_at_a_blank_that_shows_nothing_where_it_is_no_symbol(self):
+        for family, font in self.each():
+            self.assertEqual(ord(" "), font["OS/2"].usBreakChar)
+            blank = font["glyf"][font.getBestCmap()[ord(" ")]]
+            self.assertEqual(" " in built.EMITTED[family], blank.numberOfContours > 0)
+
     def test_a_document_that_calls_them_fonts_of_symbols_finds_the_same(self):
         for family, font in self.each():
             unicode_map = font.getBestCmap()

@@ -135,7 +135,7 @@ std::optional<FoundProgram> programFor(TextView command) {
   const EquivalentRow* row = equivalentRow(command);
   if (!row) return std::nullopt;
   const auto found = equivalentCommand(*row, {});
-  if (!found) return FoundProgram{.program = {}, .missing = missingText(*row)};
+  if (!found) return FoundProgram{.program = {}, .missing = missingText(row->programs)};
   return FoundProgram{.program = fromUtf8Lossless(found->front()), .missing = {}};
 }
 
