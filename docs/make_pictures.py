@@ -304,6 +304,8 @@ class Pictures:
         companion.start()
         self.wait_for_window("Tavrollo : zone")
         time.sleep(8)  # until the splash has gone
+        self.xdotool("search", "--name", "zone de", "windowmove", str(320 * self.scale),
+                     str(270 * self.scale))
         self.centre("box-no-tray", 740, 420)
         companion.stop()
 

@@ -110,10 +110,12 @@ class Commands(unittest.TestCase):
         return (int(lines[0].partition(b"=")[2]),
                 [line for line in lines if line.startswith(b"tabObj[")])
 
-    def test_the_offset_of_the_last_command_is_saved(self):
+    def test_a_missing_document_is_traced_at_once_and_the_last_commands_offset_saved(self):
         stage = self.stage
         stage.begin()
-        stage.command("lzck", "true")
+        stage.command("shellexe", "/nulle/part.pdf")
+        stage.companion.wait_for_trace("Fichier introuvable : /nulle/part.pdf")
+        self.assertEqual(stage.recorder.starts(), [])
         self.assertEqual(stage.companion.stop(), 0)
         with open(os.path.join(stage.companion.folder, "offsetCookie.dat"), encoding="ascii") as f:
             self.assertGreaterEqual(int(f.readline()), 3)

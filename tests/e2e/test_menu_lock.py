@@ -3,6 +3,7 @@
 
 Keys pass over what cannot be chosen: what they lead to tells which entries in front of it can be."""
 
+import os
 import subprocess
 import time
 import unittest
@@ -13,10 +14,10 @@ from stage import Stage, build_folder, main
 _SPLASH_WIDTH = 400  # at least; menu, icon and notice are narrower
 _TRAY = 14  # pixels from the screen's corner to the icon's middle
 
-# The page that keys in the menu open. Locked, what is left is: quit, help, the pupil's page.
-_LOCKED = {("Down",) * 2: "aide.html", ("Down",) * 3: "eleve.html", ("Up",): "eleve.html"}
-# Unlocked: two submenus, quit, help, synchronise, explore, the pupil's page, the teacher's page.
-_UNLOCKED = {("Down",) * 4: "aide.html", ("Down",) * 7: "eleve.html", ("Up",): "index.html"}
+# How many steps down lead to which page. Locked, quit, help and the pupil's page are left: no other
+# number of entries has help at the fifth step. Unlocked there are five more, two of them in front.
+_LOCKED = (5, "aide.html")
+_UNLOCKED = (4, "aide.html"), (8, "index.html")
 
 
 class MenuLock(unittest.TestCase):
@@ -70,18 +71,21 @@ class MenuLock(unittest.TestCase):
         self.xdotool("key", *keys, "Return")
         return self.stage.recorder.wait_for_starts(already + 1, role)[-1]["arguments"]
 
-    def assert_opens(self, pages, when, before_choosing=lambda: None):
-        """Opens the menu once for each of the keys and chooses what they lead to."""
-        for keys, page in pages.items():
-            self.open_menu()
-            before_choosing()
-            opened = self.started("navigateur", *keys)[0].rpartition("/")[2]
-            self.assertEqual(opened, page, f"{when}: {keys}")
+    def assert_leads_to(self, steps, page, when, while_open=lambda: None):
+        """Opens the menu, does something behind it, and chooses the entry that many steps down."""
+        self.open_menu()
+        while_open()
+        opened = self.started("navigateur", *["Down"] * steps)[0].rpartition("/")[2]
+        self.assertEqual(opened, page, when)
 
     def assert_each_entry_answers(self):
         """The five entries that a lock closes, unlocked now, each do what they are for."""
         self.open_menu()
         self.assertEqual(self.started("notepad", "Down", "Right", "Down", "Down"), [])
+        with open(os.path.join(self.stage.companion.folder, "lanceurs.cfg"), "wb") as file:
+            file.write(f"notepad={self.stage.program('autre')} 'a b'\n".encode("utf-8"))
+        self.open_menu()
+        self.assertEqual(self.started("autre", "Down", "Right", "Down", "Down"), ["a b"])
         self.open_menu()
         self.assertEqual(self.started("dossiers", *["Down"] * 6),
                          [self.stage.companion.page_path("user_datas")])
@@ -96,21 +100,16 @@ class MenuLock(unittest.TestCase):
 
     def test_pages_lock_and_unlock_the_closed_and_the_open_menu(self):
         command = self.stage.command
-        self.assert_opens(_LOCKED, "locked at the start")
+        self.assert_leads_to(*_LOCKED, "locked at the start")
         command("lzck", "false")
-        self.assert_opens(_UNLOCKED, "unlocked while closed")
         self.assert_each_entry_answers()
         command("lzck", "true")
-        self.assert_opens(_LOCKED, "locked while closed")
+        self.assert_leads_to(*_LOCKED, "locked while closed")
 
-        for keys in _LOCKED:
-            key = {keys: _LOCKED[keys]}
-            command("lzck", "false")
-            self.assert_opens(key, "locked while open", lambda: command("lzck", "true"))
-        for keys in _UNLOCKED:
-            key = {keys: _UNLOCKED[keys]}
-            command("lzck", "true")
-            self.assert_opens(key, "unlocked while open", lambda: command("ini", "sésame"))
+        for unlock, unlocked in zip((["ini", "sésame"], ["lzck", "false"]), _UNLOCKED):
+            self.assert_leads_to(*unlocked, f"unlocked by {unlock} while open",
+                                 lambda words=unlock: command(*words))
+            self.assert_leads_to(*_LOCKED, "locked while open", lambda: command("lzck", "true"))
 
 
 if __name__ == "__main__":

@@ -78,6 +78,14 @@ TEST_F(MenuActionsTest, WhatCannotBeStartedIsTold) {
     choose(entry);
     EXPECT_EQ(questions.boxes.back(), errorBox(Text(entry) + u"_Click", shell.failure.description));
   }
+  questions.answers = {Answer::Yes, Answer::Ok};
+  choose(u"MenuRegEdit");
+  EXPECT_EQ(questions.boxes.back(), errorBox(u"MenuRegEdit_Click", shell.failure.description));
+
+  folder.write("lanceurs.cfg", "excel=gnumeric\n");
+  questions.answers = {Answer::Ok};
+  choose(u"MenuExcel");
+  EXPECT_EQ(questions.boxes.back(), errorBox(u"MenuExcel_Click", shell.failure.description));
 }
 
 TEST_F(MenuActionsTest, TheRegistryEditorIsStartedOnYesAlone) {

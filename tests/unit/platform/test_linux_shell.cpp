@@ -446,6 +446,17 @@ TEST_F(LinuxShellTest, TheToolsOfWindowsAreWhatIsInstalledInTheirPlace) {
   }
 }
 
+TEST_F(LinuxShellTest, AToolWithoutAKindOfDocumentHasNoHandler) {
+  fakeEditor("e.desktop", "editor");
+  recorder("bin/editor");
+  scratch.script("bin/xdg-mime", "echo e.desktop");  // whatever it is asked for
+  for (const char16_t* command : {u"charmap", u"control", u"regedit"}) {
+    EXPECT_EQ(shell.startCommandLine(command).number, 53);
+  }
+  EXPECT_FALSE(didOpen());
+  EXPECT_FALSE(std::filesystem::exists(started));
+}
+
 TEST_F(LinuxShellTest, AToolThatTakesNoPathGetsItsWordsAsAnyProgram) {
   recorder("bin/xterm");
   EXPECT_EQ(shell.startCommandLine(u"cmd.exe /k dir"),
@@ -463,6 +474,13 @@ TEST_F(LinuxShellTest, WriteIsTheHandlerOfItsDocumentsWithoutAWriter) {
   recorder("bin/lowriter");
   EXPECT_FALSE(shell.startCommandLine(u"write /a b"));
   EXPECT_EQ(startedArguments(), "/a b\n");
+}
+
+TEST_F(LinuxShellTest, WithoutAWriterItsDocumentIsNotOpenedElsewhere) {
+  const Text document = fromPath(scratch.write("temp.rtf", "{\\rtf1}"));
+  EXPECT_EQ(shell.startCommandLine(u"write " + document),
+            (Failure{53, u"Fichier introuvable : lowriter (paquet libreoffice-writer)"}));
+  EXPECT_FALSE(didOpen());
 }
 
 TEST_F(LinuxShellTest, WordOpensADocumentInTheWriterOrItsHandler) {

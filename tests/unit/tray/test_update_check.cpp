@@ -187,6 +187,7 @@ TEST_F(UpdateCheckTest, TheUpdaterGetsFourTabSeparatedValues) {
   EXPECT_EQ(request.operation, u"");
   EXPECT_EQ(request.parameters, u"setup_Tavrollo\t67\tTavrollo\ttavrollo");
   EXPECT_EQ(request.show, ShowState::Normal);
+  EXPECT_EQ(request.directory, folder.text("bin") + nativeSeparator());
 }
 
 TEST_F(UpdateCheckTest, TheProgramIsNamedByWhatStandsInFrontOfItsLastDotAndThePlatformsEnding) {
