@@ -225,7 +225,7 @@ class Desktop:
 
     def _tray_is_there(self):
         return "window id" in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK") and \
-            "panel" in self.run("xwininfo", "-root", "-tree")
+            "panel" in self.windows()
 
     def _start_bus(self):
         reading, writing = os.pipe()
@@ -244,7 +244,12 @@ class Desktop:
 
     def windows(self):
         """The titles of the windows on the screen, one a line, with their places and sizes."""
-        return self.run("xwininfo", "-root", "-tree")
+        def listed():
+            try:
+                return self.run("xwininfo", "-root", "-tree")
+            except subprocess.CalledProcessError:
+                return None  # a window went while they were listed
+        return wait_for(listed, "a list of the windows", 5)
 
     def press(self, title, *keys, timeout=20.0):
         """Waits until the window whose title begins with `title` has the focus, and presses keys."""
