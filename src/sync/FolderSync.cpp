@@ -42,10 +42,10 @@ SyncReport FolderSync::synchronise() {
   firstComparison_ = false;
   const Text live = liveShortcutTable(webRoot_);
   if (fileStamp(live) != liveTable_) return report;
-  const bool stood = !readFile(live, before);
+  readFile(live, before);
   copyTable(travellingShortcutTable(webRoot_), live, nullptr);
-  const bool stands = !readFile(live, after);
-  report.shortcutsRestored = stands && (!stood || before != after);
+  readFile(live, after);
+  report.shortcutsRestored = before != after;
   return report;
 }
 

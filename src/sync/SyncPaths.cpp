@@ -18,7 +18,7 @@ bool standsIn(const std::filesystem::path& path, const std::filesystem::path& fo
   for (;;) {
     if (std::filesystem::equivalent(here, folder, error) && !error) return true;
     const std::filesystem::path above = here.parent_path();
-    if (above == here || above.empty()) return false;
+    if (above == here) return false;
     here = above;
   }
 }

@@ -14,7 +14,7 @@ namespace {
 void removeLeftovers(const FolderTree& tree) {
   std::vector<NativeName> found;
   tree.read({}, isCopyLeftover, [&found](FolderEntry&& entry) {
-    if (entry.kind == EntryKind::File) found.push_back(std::move(entry.name));
+    found.push_back(std::move(entry.name));
     return true;
   });
   for (const NativeName& name : found) tree.remove(name);

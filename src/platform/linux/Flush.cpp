@@ -23,7 +23,9 @@ int onWorker(const std::function<int()>& flush, const std::function<void()>& wai
   } catch (const std::system_error&) {
     return flush();  // no thread to be had
   }
-  while (result.wait_for(kBetweenCalls) != std::future_status::ready) waiting();
+  do {
+    waiting();
+  } while (result.wait_for(kBetweenCalls) != std::future_status::ready);
   return result.get();
 }
 

@@ -2,7 +2,9 @@
 // The synchronisation window on real folders, as its user has it.
 #include <QAbstractButton>
 #include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
@@ -10,6 +12,7 @@
 #include <QSignalSpy>
 #include <QTableView>
 #include <QTimer>
+#include <QToolTip>
 #include <QWheelEvent>
 #include <algorithm>
 #include <chrono>
@@ -229,11 +232,8 @@ TEST_F(Synchro, AMissingOrTooShortBackupFolderIsAskedForAtOnce) {
 TEST_F(Synchro, ControlsStandWhereTheyWereDrawn) {
   open();
   EXPECT_EQ(window->size(), QSize(1025, 568));
-  const Place places[] = {{"labNbre_2", 648, -1},
-                          {"Picture1_1", 592, -1},
-                          {"labDir_2", 600, -1},
-                          {"cmdClose", 944, 528},
-                          {"labIdem", 520, 536}};
+  const Place places[] = {{"labNbre_2", 648, -1}, {"Picture1_1", 592, -1}, {"Picture1_3", 600, -1},
+                          {"labDir_2", 600, -1},  {"cmdClose", 944, 528},  {"labIdem", 520, 536}};
   for (const Place& place : places) {
     EXPECT_EQ(find<QWidget>(place.control).x(), place.left) << place.control;
     if (place.top >= 0) {
@@ -250,11 +250,8 @@ TEST_F(Synchro, AWiderAndHigherWindowSharesWhatItGained) {
   const int date = grid().columnWidth(2);
   window->resize(1025 + 100, 568 + 60);
   ASSERT_TRUE(waitUntil([&] { return grid().width() == 1109; }));
-  const Place places[] = {{"labNbre_2", 698, -1},
-                          {"Picture1_1", 642, -1},
-                          {"labDir_2", 650, -1},
-                          {"cmdClose", 1044, 588},
-                          {"labIdem", 620, 596}};
+  const Place places[] = {{"labNbre_2", 698, -1}, {"Picture1_1", 642, -1}, {"Picture1_3", 650, -1},
+                          {"labDir_2", 650, -1},  {"cmdClose", 1044, 588}, {"labIdem", 620, 596}};
   for (const Place& place : places) {
     EXPECT_EQ(find<QWidget>(place.control).x(), place.left) << place.control;
     if (place.top >= 0) {
@@ -265,6 +262,13 @@ TEST_F(Synchro, AWiderAndHigherWindowSharesWhatItGained) {
   EXPECT_EQ(grid().columnWidth(1), 357);
   EXPECT_EQ(grid().columnWidth(5), 357);
   EXPECT_EQ(grid().columnWidth(2), date);
+  // What has no place of its own goes from edge to edge.
+  for (const char* right : {"top", "Picture1_1", "Grid"}) {
+    EXPECT_EQ(find<QWidget>(right).geometry().right(), 1125 - 8 - 1) << right;
+  }
+  EXPECT_EQ(find<QWidget>("Picture1_0").width(), find<QWidget>("Picture1_1").width());
+  EXPECT_EQ(find<QWidget>("labDir_2").geometry().right(),
+            find<QWidget>("Picture1_1").geometry().right() - 8);
 }
 
 TEST_F(Synchro, TheWindowIsNeverSmallerThanItWasDrawn) {
@@ -608,6 +612,33 @@ TEST_F(Synchro, WhatCouldNotBeAskedIsCountedInTheWindow) {
   EXPECT_EQ(rows(), Lines{"0|shortQrCode.js|"});
   EXPECT_EQ(label("labReport"), toUtf8(withheldLine(1)));
   EXPECT_FALSE(traced.empty());
+  std::filesystem::remove(scratch.path("stick/docs"));
+  click("cmdCompare");
+  EXPECT_EQ(label("labReport"), "");
+}
+
+TEST_F(Synchro, TheTableShowsTheLastComparison) {
+  scratch.write("nav/user_datas/a", "1");
+  scratch.write("stick/shortQrCode.js", "live");
+  age("stick/shortQrCode.js");
+  open();
+  click("cmdCompare");
+  EXPECT_EQ(rows(), Lines{"0|a|"});
+  std::filesystem::rename(scratch.path("nav/user_datas/a"), scratch.path("nav/user_datas/b"));
+  click("cmdCompare");
+  EXPECT_EQ(rows(), Lines{"0|b|"});
+  EXPECT_EQ(grid().model()->index(0, 1).data(Qt::ToolTipRole).toString(), QStringLiteral("b"));
+}
+
+TEST_F(Synchro, ThousandsOfFoldersDoNotMakeThousandsOfPauses) {
+  for (int i = 0; i < 300; ++i) scratch.makeFolders("nav/user_datas/d" + std::to_string(i));
+  open();
+  pumps = 0;
+  QElapsedTimer timer;
+  timer.start();
+  click("cmdCompare");
+  EXPECT_GT(pumps, 0);
+  EXPECT_LE(pumps, timer.elapsed() / 15 + 1);
 }
 
 // --- Synchronising ------------------------------------------------------------------------------
@@ -664,6 +695,11 @@ TEST_F(Synchro, WhatCouldNotBeAskedIsCountedAfterARunToo) {
   std::filesystem::create_directory_symlink(scratch.path("ailleurs"), scratch.path("stick/docs"));
   open();
   click("cmdCompare");
+  whilePumping = [&] {
+    if (bar().isVisible()) {
+      EXPECT_EQ(label("labReport"), "") << "the bar is in its place";
+    }
+  };
   click("cmdSynchro");
   EXPECT_EQ(label("labReport"), toUtf8(reportLine(1, 0, 1)));
 }
@@ -788,4 +824,25 @@ TEST(PathLabelTest, AWidePathKeepsItsTextAndItsWidth) {
   EXPECT_EQ(label.text().size(), 400);
   const QImage image = label.grab().toImage();
   EXPECT_EQ(image.size(), QSize(100, 20));
+}
+
+TEST(PathLabelTest, APathThatIsTooLongLosesItsMiddleAndHasAToolTip) {
+  PathLabel label;
+  label.resize(150, 20);
+  const auto toolTip = [&label] {
+    QHelpEvent event(QEvent::ToolTip, QPoint(5, 5), label.mapToGlobal(QPoint(5, 5)));
+    QCoreApplication::sendEvent(&label, &event);
+    return QToolTip::text();
+  };
+  label.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&label));
+  const QString path = QStringLiteral("/un/chemin/plus/long/que/ce/qui/est/visible/ici/fin.txt");
+  label.setText(QStringLiteral("/court"));
+  EXPECT_EQ(toolTip(), QString()) << "nothing is left out";
+  label.setText(path);
+  EXPECT_EQ(toolTip(), path);
+  const QImage drawn = label.grab().toImage();
+  label.setText(label.fontMetrics().elidedText(path, Qt::ElideMiddle, 150));
+  EXPECT_TRUE(label.text().endsWith(QStringLiteral("fin.txt")));
+  EXPECT_EQ(label.grab().toImage(), drawn);
 }

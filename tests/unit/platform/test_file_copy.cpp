@@ -187,6 +187,8 @@ TEST_F(FileCopyTest, ABatchIsFullAfterManyFilesBytesOrFolders) {
   std::filesystem::resize_file(source.path("large"), 64 * 1024 * 1024);
   ASSERT_FALSE(bytes.add(job("large", "large"), 0, goOn, stopped));
   EXPECT_TRUE(bytes.full());
+  bytes.commit(wait);
+  EXPECT_FALSE(bytes.full());
 
   FileCopyBatch folders(fromTree, toTree);
   for (int i = 0; i < 100; ++i) {
@@ -197,6 +199,20 @@ TEST_F(FileCopyTest, ABatchIsFullAfterManyFilesBytesOrFolders) {
     ASSERT_FALSE(folders.add(job(folder + "/a", folder + "/a"), 0, goOn, stopped));
   }
   EXPECT_TRUE(folders.full());
+  folders.commit(wait);
+  EXPECT_FALSE(folders.full());
+}
+
+TEST_F(FileCopyTest, WhoWaitsForTheDiskIsToldBeforeAndAfterTheRenaming) {
+  source.write("a", "");
+  FileCopyBatch batch(fromTree, toTree);
+  bool stopped = false;
+  ASSERT_FALSE(batch.add(job("a", "a"), 0, goOn, stopped));
+  std::vector<std::string> seen;
+  batch.commit([&] { seen.push_back(std::filesystem::exists(target.path("a")) ? "new" : "none"); });
+  ASSERT_GE(seen.size(), 2u);
+  EXPECT_EQ(seen.front(), "none");
+  EXPECT_EQ(seen.back(), "new");
 }
 
 TEST_F(FileCopyTest, TheProgressStopsTheCopyAndNothingOfTheFileIsLeft) {
@@ -225,6 +241,10 @@ TEST_F(FileCopyTest, ASourceThatGrowsShrinksOrIsWrittenMeanwhileIsNotCopied) {
       [](const std::string& path) { std::ofstream(path, std::ios::app) << "more"; },
       [](const std::string& path) { std::filesystem::resize_file(path, 10); },
       [](const std::string& path) { setTime(path, kNew, 1); },
+      [](const std::string& path) {
+        std::ofstream(path, std::ios::app) << "more";
+        setTime(path, kNew);
+      },
   };
   for (const auto& change : changes) {
     const std::string path = source.write("a", std::string(5'000'000, 'x'));
@@ -252,9 +272,15 @@ TEST_F(FileCopyTest, ASourceThatChangesOrVanishesBeforeTheCommitIsNotCopied) {
   bool stopped = false;
   ASSERT_FALSE(batch.add(job("a", "a"), 0, goOn, stopped));
   ASSERT_FALSE(batch.add(job("b", "b"), 1, goOn, stopped));
+  source.write("c", "new");
+  setTime(source.path("c"), kNew);
+  ASSERT_FALSE(batch.add(job("c", "c"), 2, goOn, stopped));
   source.write("a", "newer");
   std::filesystem::remove(source.path("b"));
+  setTime(source.write("other", "wen"), kNew);
+  std::filesystem::rename(source.path("other"), source.path("c"));
   const std::vector<FileCopyResult> results = batch.commit(wait);
+  EXPECT_EQ(results[2].failure, failures::changingFile()) << "it looks the same, and is another";
   EXPECT_EQ(results[0].failure, failures::changingFile());
   EXPECT_EQ(results[1].failure, (Failure{53, u"Fichier introuvable"}));
   EXPECT_EQ(target.read("a"), "old");

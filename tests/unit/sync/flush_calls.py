@@ -36,6 +36,28 @@ def calls_of_sync(ctl, files):
             return re.findall(r"^\d+ +(\w+)\(", file.read(), re.MULTILINE)
 
 
+def refuses_what_the_disk_did_not_take(ctl, files):
+    """Every flush fails: the old files stay, and nothing else is left."""
+    with tempfile.TemporaryDirectory() as folder:
+        source, backup = os.path.join(folder, "source"), os.path.join(folder, "backup")
+        for side, age in ((source, 1_450_000_000), (backup, 1_400_000_000)):
+            os.makedirs(side)
+            for number in range(files):
+                path = os.path.join(side, str(number))
+                with open(path, "w", encoding="ascii") as file:
+                    file.write(side)
+                os.utime(path, (age, age))
+        run = subprocess.run(
+            ["strace", "-f", "-o", os.devnull, "-e", "inject=fsync,syncfs:error=EIO",
+             ctl, "sync", source, backup], capture_output=True, check=False)
+        assert run.returncode == 2, run
+        assert run.stderr.decode().endswith(f"0 fichier copié, {files} non copié{'s' * (files > 1)}\n")
+        assert len(os.listdir(backup)) == files
+        for number in range(files):
+            with open(os.path.join(backup, str(number)), encoding="ascii") as file:
+                assert file.read() == backup
+
+
 def main():
     ctl = sys.argv[1]
     if shutil.which("strace") is None or subprocess.run(
@@ -48,6 +70,8 @@ def main():
     batches = calls_of_sync(ctl, 520)
     assert batches == (["syncfs"] + ["renameat2"] * 500 + ["syncfs"] * 2 + ["renameat2"] * 20
                        + ["syncfs"]), batches
+    for files in (1, 20):
+        refuses_what_the_disk_did_not_take(ctl, files)
     print("520 files: %d flushes" % batches.count("syncfs"))
 
 

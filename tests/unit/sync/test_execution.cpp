@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include "SyncSupport.h"
 #include "platform/FileCopy.h"
@@ -287,6 +288,41 @@ TEST_F(ExecutionTest, AFolderThatIsClosedSinceTheComparisonIsTracedWithoutABox) 
   ::chmod(backup.path("d").c_str(), 0755);
   ::chmod(source.path("e").c_str(), 0755);
   EXPECT_EQ(backup.read("d/a"), "old");
+}
+
+TEST_F(ExecutionTest, ASideThatIsOutOfReachSinceTheComparisonIsTracedWithoutABox) {
+  source.write("above/side/a", "1");
+  backup.write("above/side/b", "2");
+  ::chmod(source.path().c_str(), 0755);
+  ::chmod(backup.path().c_str(), 0755);
+  ours = listFolder(source.text("above/side") + u"/", u"", Side::Source, progress);
+  theirs = listFolder(backup.text("above/side") + u"/", u"", Side::Backup, progress);
+  rows = compareListings(ours, theirs).rows;
+  for (const Scratch* closed : {&source, &backup}) {
+    ::chmod(closed->path("above").c_str(), 0);
+    EXPECT_EQ(inChildWithoutRights([&] {
+                const SyncReport report = execute();
+                bool right = report.copied == 0 && report.notCopied.size() == 2;
+                for (const NotCopied& failed : report.notCopied) {
+                  right = right && failed.failure.number == 70;
+                }
+                return right && questions.boxes.empty() ? 0 : 1;
+              }),
+              0);
+    ::chmod(closed->path("above").c_str(), 0755);
+  }
+}
+
+TEST_F(ExecutionTest, ALongRunKeepsFewFilesOpen) {
+  for (int i = 0; i < 600; ++i)
+    source.write("d" + std::to_string(i % 3) + "/" + std::to_string(i), "");
+  list();
+  EXPECT_EQ(inChild([&] {
+              const rlimit few{.rlim_cur = 100, .rlim_max = 100};
+              if (::setrlimit(RLIMIT_NOFILE, &few) != 0) return 2;
+              return execute().copied == 600 ? 0 : 1;
+            }),
+            0);
 }
 
 TEST_F(ExecutionTest, AFolderThatMayNotBeReadMakesNothingOlderReturn) {

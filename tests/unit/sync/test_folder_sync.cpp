@@ -74,6 +74,7 @@ TEST_F(FolderSyncTest, ARunTellsWhetherTheLiveTableIsAnotherOneNow) {
 TEST_F(FolderSyncTest, IdenticalFoldersAreIdenticalOnTheFirstComparison) {
   setTime(scratch.write("stick/shortQrCode.js", "live"), kOld + 5);
   EXPECT_EQ(compare(), Outcome::Identical);
+  EXPECT_TRUE(progress.lines.empty());
   EXPECT_TRUE(sync.isFirstComparison());
 }
 
@@ -182,6 +183,9 @@ TEST_F(FolderSyncTest, BothSidesMissingAreToldOneAfterTheOther) {
 
 TEST_F(FolderSyncTest, ABackupAroundOrInTheUsersFilesIsRefused) {
   scratch.makeFolders("nav/user_datas/inside");
+  scratch.write("stick/a", "");
+  compare();
+  FolderSync::removeTravellingTable(webRoot);
   for (const char* folder : {"nav", "nav/user_datas", "nav/user_datas/inside"}) {
     questions.answers = {Answer::Ok};
     questions.boxes.clear();
@@ -189,6 +193,8 @@ TEST_F(FolderSyncTest, ABackupAroundOrInTheUsersFilesIsRefused) {
     EXPECT_EQ(sync.compare(webRoot, path, u""), Outcome::Refused) << folder;
     EXPECT_EQ(questions.boxes, std::vector<Box>{foldersOverlapBox(path + u"/")});
     EXPECT_TRUE(sync.table().rows.empty());
+    EXPECT_TRUE(sync.source().files.empty());
+    EXPECT_TRUE(sync.backup().files.empty());
   }
   EXPECT_EQ(scratch.namesIn("nav/user_datas"), Lines{"inside"});
 }
@@ -227,8 +233,10 @@ TEST_F(FolderSyncTest, FilesAboutWhichTheOtherSideCouldNotBeAskedAreCounted) {
 
 TEST_F(FolderSyncTest, LeftoversGoWhenTheFoldersAreCompared) {
   scratch.write("stick/.tavrollo-copie-999999999-1-0.tmp", "half");
+  scratch.write("nav/user_datas/d/.tavrollo-copie-999999999-1-0.tmp", "half");
   compare();
   EXPECT_TRUE(scratch.namesIn("stick").empty());
+  EXPECT_TRUE(scratch.namesIn("nav/user_datas/d").empty());
 }
 
 TEST_F(FolderSyncTest, LeavingTakesTheTravellingTableAwayAndKeepsTheLiveOne) {

@@ -43,6 +43,8 @@ TEST(SyncPaths, FoldersOverlapWhenOneIsOrHoldsTheOther) {
 TEST(SyncPaths, ALinkDoesNotHideAnOverlap) {
   Scratch scratch;
   scratch.makeFolders("user_datas/deep");
+  ::symlink("loop", scratch.path("user_datas/loop").c_str());
+  EXPECT_TRUE(foldersOverlap(scratch.text("user_datas"), scratch.text("user_datas/loop/x")));
   ::symlink("user_datas/deep", scratch.path("link").c_str());
   EXPECT_TRUE(foldersOverlap(scratch.text("user_datas"), scratch.text("link") + u"/"));
 }

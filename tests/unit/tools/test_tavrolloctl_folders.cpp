@@ -157,6 +157,12 @@ TEST_F(Folders, WhatCannotBeReadIsSaidAndTheStatusIsTwo) {
             2);
   ::chmod(folder.path("source/closed").c_str(), 0755);
   EXPECT_EQ(folder.read("source/closed/a"), "1");
+  ::chmod(folder.path("backup/closed").c_str(), 0);
+  EXPECT_EQ(inChildWithoutRights([&] {
+              return compareVerb({folder.path("source"), folder.path("backup")}, out, err);
+            }),
+            2);
+  ::chmod(folder.path("backup/closed").c_str(), 0755);
 }
 
 TEST_F(Folders, LinksToFoldersAndPipesAreSaidAndNoTrouble) {
