@@ -20,9 +20,11 @@
 #include "config/ShortcutStore.h"
 #include "platform/Files.h"
 #include "platform/Guarded.h"
+#include "platform/ProgramFolder.h"
 #include "platform/System.h"
 #include "platform/Version.h"
 #include "platform/qt/QtText.h"
+#include "setup/SelfCheck.h"
 #include "sync/SyncTexts.h"
 #include "text/Paths.h"
 #include "text/Utf.h"
@@ -62,6 +64,7 @@ frmMain::frmMain(Companion& companion, Shell& shell, Questions& questions, Defau
     : companion_(companion),
       shell_(shell),
       questions_(questions),
+      browser_(browser),
       MenuIcon_(availableCommands(), [this](TextView name) { menuChosen(name); }),
       trayHost_(
           trayManagerStands, [this] { inBackground(companion_.trace, [this] { trayAppeared(); }); },
@@ -250,7 +253,17 @@ OptionsSurroundings frmMain::optionsSurroundings() {
           },
       .MenuAbout_Click = [this] { MenuAbout_Click(); },
       .endProgram = [this] { endProgram(); },
+      .checkInstallation = [this] { checkInstallation(); },
       .autostart = autostart_};
+}
+
+void frmMain::checkInstallation() {
+  QGuiApplication::setOverrideCursor(Qt::WaitCursor);  // the desktop's tools take their time
+  const SelfCheckFacts facts =
+      gatherFacts(companion_.programFolder, templateFolder(folderOf(executablePath())),
+                  companion_.locale, browser_);
+  QGuiApplication::restoreOverrideCursor();
+  questions_.ask(selfCheckBox(findings(facts)));
 }
 
 frmRecursiveSearch& frmMain::recursiveSearch() {

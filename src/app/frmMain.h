@@ -80,6 +80,7 @@ class frmMain : public QWidget, public StartUp::Host, public CookieWatcher::Host
   frmOptions& options();
   frmRecursiveSearch& recursiveSearch();
   OptionsSurroundings optionsSurroundings();
+  void checkInstallation();
   SearchSurroundings searchSurroundings();
   SynchroSurroundings synchroSurroundings();
   bool isSynchronising() const { return synchro_ && synchro_->isOpen(); }
@@ -91,6 +92,7 @@ class frmMain : public QWidget, public StartUp::Host, public CookieWatcher::Host
   Companion& companion_;
   Shell& shell_;
   Questions& questions_;
+  DefaultBrowser& browser_;
   Autostart* autostart_ = nullptr;
 
   TrayMenu MenuIcon_;

@@ -27,5 +27,6 @@ struct OptionsSurroundings {
   std::function<void()> MenuAbout_Click;
   std::function<void()> endProgram;
 
-  Autostart* autostart = nullptr;  // null: the session's start is not offered
+  std::function<void()> checkInstallation = {};  // empty: the diagnosis is not offered
+  Autostart* autostart = nullptr;                // null: the session's start is not offered
 };

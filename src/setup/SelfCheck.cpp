@@ -157,6 +157,14 @@ Finding fontsFinding(const Facts& facts) {
                 u"fc-cache.");
 }
 
+Text namesOf(const std::vector<Finding>& found, Verdict verdict, TextView heading) {
+  Text names;
+  for (const Finding& finding : found) {
+    if (finding.verdict == verdict) names += (names.empty() ? u"" : u", ") + finding.subject;
+  }
+  return names.empty() ? Text() : Text(heading) + names + u".\r\n";
+}
+
 }  // namespace
 
 std::vector<Finding> findings(const SelfCheckFacts& facts) {
@@ -171,4 +179,20 @@ std::vector<Finding> findings(const SelfCheckFacts& facts) {
           programFinding(u"Éditeur de texte", facts.editor),
           programFinding(u"Traitement de texte", facts.wordProcessor),
           fontsFinding(facts)};
+}
+
+Box selfCheckBox(const std::vector<Finding>& found) {
+  Text mending;
+  for (const Finding& finding : found) {
+    if (finding.verdict != Verdict::Mend) continue;
+    mending += finding.subject + u" : " + finding.detail + u"\r\n" + finding.mend + u"\r\n\r\n";
+  }
+  const bool well = mending.empty();
+  Text text = (well ? Text(u"Tout va bien.\r\n\r\n") : mending) +
+              namesOf(found, Verdict::Well, u"Bien : ") +
+              namesOf(found, Verdict::Unknown, u"Ne peut pas être vérifié ici : ");
+  while (text.ends_with(u'\n') || text.ends_with(u'\r')) text.pop_back();
+  return {.title = u"Tavrollo : vérification de l'installation",
+          .text = text,
+          .icon = well ? BoxIcon::Information : BoxIcon::Exclamation};
 }

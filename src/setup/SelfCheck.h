@@ -8,6 +8,7 @@
 #include "config/Settings.h"
 #include "platform/DefaultBrowser.h"
 #include "platform/Installed.h"
+#include "platform/Questions.h"
 #include "text/LocaleData.h"
 #include "text/Text.h"
 
@@ -62,6 +63,9 @@ struct Finding {
 };
 
 std::vector<Finding> findings(const SelfCheckFacts& facts);
+
+// The same as a box: what is to be mended in full, and what is well by name.
+Box selfCheckBox(const std::vector<Finding>& found);
 
 // The last command out of the script that tells the pages of it; nothing when it is none.
 std::optional<SelfCheckFacts::LastCommand> lastCommandIn(std::string_view stateScript);

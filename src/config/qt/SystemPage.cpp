@@ -14,6 +14,10 @@ SystemPage::SystemPage(const OptionsSurroundings& surroundings, QWidget* parent)
   ui_->labWinVersion->setText(toQt(modGetOsVersion()));
   ui_->txtPathCfg->setText(toQt(configPath(to_.programFolder)));
   ui_->grpStart->setVisible(to_.autostart != nullptr);
+  ui_->grpCheck->setVisible(static_cast<bool>(to_.checkInstallation));
+  connect(ui_->cmdCheck, &QPushButton::clicked, this, [this] {
+    guarded(to_.questions, u"cmdCheck_Click", [this] { to_.checkInstallation(); });
+  });
   connect(ui_->cmdOpenCfg, &QPushButton::clicked, this,
           [this] { guarded(to_.questions, u"cmdOpenCfg_Click", [this] { cmdOpenCfg_Click(); }); });
 }

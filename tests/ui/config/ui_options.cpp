@@ -64,6 +64,7 @@ class Options : public testing::Test {
             .InitVar = [this] { journal.push_back("InitVar"); },
             .MenuAbout_Click = [this] { journal.push_back("about"); },
             .endProgram = [this] { journal.push_back("end"); },
+            .checkInstallation = [this] { journal.push_back("check"); },
             .autostart = &autostart};
   }
 
@@ -274,6 +275,20 @@ TEST_F(Options, ARejectedCookieStoreLeavesTheSessionsStartAsItWas) {
   click("cmdClose");
   EXPECT_FALSE(autostart.on);
   EXPECT_TRUE(control<QCheckBox>(*window, "chkAutostart").isChecked());
+}
+
+TEST_F(Options, TheInstallationIsCheckedByAButton) {
+  open();
+  goTo("cmdCheck");
+  QTest::keyClick(&control<QPushButton>(*window, "cmdCheck"), Qt::Key_Space);
+  EXPECT_EQ(std::count(journal.begin(), journal.end(), "check"), 1);
+}
+
+TEST_F(Options, WhereNothingChecksTheInstallationThereIsNoButton) {
+  OptionsSurroundings to = surroundings();
+  to.checkInstallation = nullptr;
+  const frmOptions other(to);
+  EXPECT_TRUE(control<QGroupBox>(other, "grpCheck").isHidden());
 }
 
 TEST_F(Options, WhereASessionStartsNothingItIsNotOffered) {

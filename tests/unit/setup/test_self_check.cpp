@@ -163,6 +163,29 @@ TEST(SelfCheck, FirefoxIsKnownInAnyCase) {
   EXPECT_EQ(about(facts, u"Navigateur par défaut").verdict, Verdict::Well);
 }
 
+TEST(SelfCheckBox, NamesWhatIsWell) {
+  Facts facts = allWell();
+  facts.tray.reset();
+  const Box box = selfCheckBox(findings(facts));
+  EXPECT_EQ(box.title, u"Tavrollo : vérification de l'installation");
+  EXPECT_EQ(box.text,
+            u"Tout va bien.\r\n\r\nBien : Programme, Application web, Réglages, Profil de "
+            u"Firefox, Base de cookies, Dernière commande, Navigateur par défaut, Éditeur "
+            u"de texte, Traitement de texte, Polices des codes barres.\r\nNe peut pas être "
+            u"vérifié ici : Zone de notification.");
+  EXPECT_EQ(box.icon, BoxIcon::Information);
+  EXPECT_EQ(box.buttons, BoxButtons::Ok);
+}
+
+TEST(SelfCheckBox, TellsWhatIsToBeMendedInFull) {
+  const Box box = selfCheckBox({{Verdict::Mend, u"A", u"a", u"Faites a."},
+                                {Verdict::Well, u"B", u"b", u""},
+                                {Verdict::Mend, u"C", u"c", u"Faites c."}});
+  EXPECT_EQ(box.text, u"A : a\r\nFaites a.\r\n\r\nC : c\r\nFaites c.\r\n\r\nBien : B.");
+  EXPECT_EQ(box.icon, BoxIcon::Exclamation);
+  EXPECT_EQ(selfCheckBox({{Verdict::Mend, u"A", u"a", u"Faites a."}}).text, u"A : a\r\nFaites a.");
+}
+
 TEST(LastCommandIn, ReadsWhatThePagesAreTold) {
   const auto last =
       lastCommandIn("var tavrolloEtat={\"compteur\":3,\"dernier\":\"1732\",\"intervalle\":1000,"
