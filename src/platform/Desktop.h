@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -28,9 +29,10 @@ class TerminationRequests {
   TerminationRequests(const TerminationRequests&) = delete;
   TerminationRequests& operator=(const TerminationRequests&) = delete;
 
-  // Readable once the process is to end; -1 where the system has no such thing.
-  int eventsFd() const { return fd_; }
+  // A descriptor that is readable once the process is to end, on Windows an event that is set then;
+  // -1 where it could not be had.
+  std::intptr_t eventsFd() const { return fd_; }
 
  private:
-  int fd_ = -1;
+  std::intptr_t fd_ = -1;
 };

@@ -10,6 +10,12 @@ namespace {
 
 bool isSeparator(char16_t unit) { return unit == u'\\' || unit == nativeSeparator(); }
 
+// Asking whether two paths are the same folder fails on some systems when one ends with a
+// separator.
+std::filesystem::path withoutTrailingSeparator(const std::filesystem::path& path) {
+  return path.has_filename() ? path : path.parent_path();
+}
+
 // True when `path`, or a folder that it stands in, is `folder`.
 bool standsIn(const std::filesystem::path& path, const std::filesystem::path& folder) {
   std::error_code error;
@@ -41,7 +47,7 @@ Text travellingShortcutTable(const Text& webRoot) {
 }
 
 bool foldersOverlap(const Text& one, const Text& other) {
-  const std::filesystem::path a = toPath(one);
-  const std::filesystem::path b = toPath(other);
+  const std::filesystem::path a = withoutTrailingSeparator(toPath(one));
+  const std::filesystem::path b = withoutTrailingSeparator(toPath(other));
   return standsIn(a, b) || standsIn(b, a);
 }

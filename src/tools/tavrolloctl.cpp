@@ -6,6 +6,7 @@
 #include <iostream>
 #include <iterator>
 
+#include "platform/Console.h"
 #include "platform/Version.h"
 #include "tools/Verbs.h"
 
@@ -77,9 +78,10 @@ void ignoreClosedPipes() {
 
 int main(int argc, char** argv) {
   ignoreClosedPipes();
+  const ConsoleStreams streams;
   std::ios::sync_with_stdio(false);
   try {
-    return afterWriting(run({argv + std::min(argc, 1), argv + argc}));
+    return afterWriting(run(commandArguments(argc, argv)));
   } catch (const std::exception& error) {
     std::cerr << "Erreur inattendue : " << error.what() << ".\n";
     return kFailed;

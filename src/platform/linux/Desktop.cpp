@@ -28,5 +28,5 @@ TerminationRequests::TerminationRequests() {
 }
 
 TerminationRequests::~TerminationRequests() {
-  if (fd_ != -1) ::close(fd_);
+  if (fd_ != -1) ::close(static_cast<int>(fd_));
 }

@@ -14,7 +14,6 @@
 #include "platform/linux/FileDescriptor.h"
 #include "platform/linux/Retried.h"
 #include "text/Paths.h"
-#include "text/Split.h"
 #include "text/Utf.h"
 
 namespace {
@@ -207,39 +206,9 @@ Failure SharedFile::readAt(std::uint64_t offset, std::span<char> into, std::size
   return {};
 }
 
-bool FileExists(const Text& path) {
-  SharedFile file;
-  return !file.open(Text(trim(path)));
-}
-
 bool somethingAt(const Text& path) {
   struct stat status {};
   return ::lstat(nativeName(path).c_str(), &status) == 0;
-}
-
-Failure readFile(const Text& path, std::string& bytes) {
-  SharedFile file;
-  if (Failure failure = file.open(path)) return failure;
-  FileStamp stamp;
-  if (Failure failure = file.stamp(stamp)) return failure;
-
-  std::string read;
-  std::size_t count = 0;
-  // One byte more than there should be: what the file has grown by is read too.
-  std::size_t next = static_cast<std::size_t>(stamp.size) + 1;
-  bool more = true;
-  while (more) {
-    const std::size_t before = read.size();
-    read.resize(before + next);
-    if (Failure failure = file.readAt(before, std::span(read).subspan(before), count)) {
-      return failure;
-    }
-    read.resize(before + count);
-    more = count == next;
-    next = kCopyBuffer;
-  }
-  bytes = std::move(read);
-  return {};
 }
 
 Failure replaceFile(const Text& path, std::string_view bytes) {

@@ -13,7 +13,10 @@ struct ErrnoRow {
 
 constexpr ErrnoRow kErrnoRows[] = {
     {ENOENT, 53, u"Fichier introuvable"},    {EIO, 57, u"Erreur d'E/S de périphérique"},
-    {ENOSPC, 61, u"Disque plein"},           {EDQUOT, 61, u"Disque plein"},
+    {ENOSPC, 61, u"Disque plein"},
+#ifdef EDQUOT
+    {EDQUOT, 61, u"Disque plein"},
+#endif
     {EMFILE, 67, u"Trop de fichiers"},       {ENFILE, 67, u"Trop de fichiers"},
     {EACCES, 70, u"Permission refusée"},     {EPERM, 70, u"Permission refusée"},
     {EROFS, 70, u"Permission refusée"},      {ENOTDIR, 76, u"Chemin d'accès introuvable"},

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <charconv>
+#include <string>
+
+#include "platform/Files.h"
+#include "platform/System.h"
+#include "platform/windows/Handle.h"
+#include "platform/windows/Wide.h"
+#include "text/Utf.h"
+
+// The lock is a file of the user's that its holder keeps open: others may read it, and nothing
+// else. A name that holds for a session alone would let one user run twice.
+
+namespace {
+
+constexpr DWORD kTurn = 5;  // milliseconds
+
+Text lockPath() { return runtimeFolder() + u"\\tavrollo.lock"; }
+
+// The lock, empty; not open with the last error set when somebody holds it.
+Handle takeLock() {
+  return Handle(::CreateFileW(longPath(lockPath()).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                              CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
+// Whoever asks is in the way for a moment (see isHeld): that is no holder.
+Handle takeLockPatiently() {
+  constexpr int kMostTurns = 10;
+  Handle file = takeLock();
+  for (int turn = 0; turn < kMostTurns && !file.isOpen(); ++turn) {
+    if (::GetLastError() != ERROR_SHARING_VIOLATION) break;
+    ::Sleep(kTurn);
+    file = takeLock();
+  }
+  return file;
+}
+
+// Only a holder does not let others delete the file. Nothing is deleted here.
+bool isHeld(const std::wstring& path) {
+  const Handle file(
+      ::CreateFileW(path.c_str(), DELETE, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr));
+  return !file.isOpen() && ::GetLastError() == ERROR_SHARING_VIOLATION;
+}
+
+// What a holder leaves: its process and its program folder, one a line.
+RunningInstance parseHolder(std::string_view bytes) {
+  RunningInstance holder;
+  const std::size_t end = bytes.find('\n');
+  if (end == std::string_view::npos || !bytes.ends_with('\n')) return holder;
+  std::from_chars(bytes.data(), bytes.data() + end, holder.processId);
+  bytes.remove_suffix(1);
+  if (end < bytes.size()) holder.programFolder = fromUtf8Lossless(bytes.substr(end + 1));
+  return holder;
+}
+
+}  // namespace
+
+struct InstanceGuard::Lock {
+  Handle file;
+};
+
+InstanceGuard::InstanceGuard() = default;
+InstanceGuard::~InstanceGuard() = default;
+InstanceGuard::InstanceGuard(InstanceGuard&& other) noexcept = default;
+InstanceGuard& InstanceGuard::operator=(InstanceGuard&& other) noexcept = default;
+
+bool InstanceGuard::acquire(const Text& programFolder) {
+  if (lock_) return true;
+  Handle file = takeLockPatiently();
+  // Where no lock can be kept nothing can be told, and running twice is better than not at all.
+  if (!file.isOpen()) return ::GetLastError() != ERROR_SHARING_VIOLATION;
+
+  const std::string holder =
+      std::to_string(::GetCurrentProcessId()) + "\n" + toUtf8Lossless(programFolder) + "\n";
+  DWORD written = 0;
+  // The lock holds without it; only a relaunch will not know us.
+  ::WriteFile(file.get(), holder.data(), static_cast<DWORD>(holder.size()), &written, nullptr);
+  lock_ = std::make_unique<Lock>();
+  lock_->file = std::move(file);
+  return true;
+}
+
+std::optional<RunningInstance> runningInstance() {
+  const Text path = lockPath();
+  if (!isHeld(longPath(path))) return std::nullopt;
+  // What stands there was written by the holder: taking the lock empties the file.
+  std::string bytes;
+  if (readFile(path, bytes)) return RunningInstance{};
+  return parseHolder(bytes);
+}
