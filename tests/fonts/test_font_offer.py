@@ -52,7 +52,6 @@ class FontOffer(unittest.TestCase):
         prefix = re.search(r"^CMAKE_INSTALL_PREFIX:PATH=/(.*)$", cache, re.MULTILINE)[1]
         share = self.folder / "root" / prefix / "share"
         self.expect_found_below(share)
-        self.assertTrue((share / "doc" / "Tavrollo" / "fonts" / "LICENSE").is_file())
 
     def test_the_usual_places_of_an_installation_are_fontconfigs_own(self):
         configuration = pathlib.Path("/etc/fonts/fonts.conf").read_text(encoding="utf-8")
