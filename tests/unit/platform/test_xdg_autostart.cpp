@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "platform/linux/DesktopEntry.h"
+#include "platform/linux/Process.h"
+#include "platform/linux/Programs.h"
 #include "platform/linux/XdgAutostart.h"
 #include "support/Processes.h"
 
@@ -48,6 +50,21 @@ TEST_F(XdgAutostartTest, OnWritesALauncherThatStartsTheProgramAndOffRemovesIt) {
   ASSERT_FALSE(set(false));
   EXPECT_FALSE(isOn());
   EXPECT_FALSE(isThere());
+}
+
+TEST_F(XdgAutostartTest, TheLauncherIsOneByTheDesktopsOwnJudgement) {
+  if (programInPath("desktop-file-validate").empty()) GTEST_SKIP() << "desktop-file-utils";
+  scratch.write(kShared, entry(""));
+  for (const bool on : {true, false}) {
+    ASSERT_FALSE(set(on));
+    const Captured answer =
+        runAndCapture({.arguments = {"desktop-file-validate", scratch.path(kOwn)},
+                       .folder = {},
+                       .withoutVariables = {}},
+                      std::chrono::seconds(10));
+    EXPECT_TRUE(answer.succeeded());
+    EXPECT_EQ(answer.output, "");
+  }
 }
 
 TEST_F(XdgAutostartTest, TheDesktopsOwnSwitchCounts) {
