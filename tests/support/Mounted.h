@@ -16,8 +16,8 @@ inline bool mountPrivately() {
 class Mounted {
  public:
   Mounted(std::string folder, const char* options) : folder_(std::move(folder)) {
-    mounted_ = mountPrivately() &&
-               ::mount("tavrollo-test", folder_.c_str(), "tmpfs", 0, options) == 0;
+    mounted_ =
+        mountPrivately() && ::mount("tavrollo-test", folder_.c_str(), "tmpfs", 0, options) == 0;
   }
   ~Mounted() {
     if (mounted_) ::umount2(folder_.c_str(), MNT_DETACH);
