@@ -9,9 +9,11 @@
 #include "text/Paths.h"
 #include "tray/MenuBoxes.h"
 #include "tray/MenuTree.h"
+#include "tray/UpdateCheck.h"
 
 namespace {
 
+constexpr std::time_t kNow = 1'700'000'000;
 const SystemDescription kSystem{u"Debian GNU/Linux", u"12 (bookworm)", u"Linux 6.1.0"};
 
 class MenuActionsTest : public ::testing::Test {
@@ -40,7 +42,7 @@ class MenuActionsTest : public ::testing::Test {
                        .questions = questions,
                        .executablePath = folder.text("bin/tavrollo"),
                        .revision = 67,
-                       .now = [] { return std::time_t{0}; },
+                       .now = [] { return kNow; },
                        .describeSystem = [this] { return system; }}};
 };
 
@@ -177,7 +179,7 @@ TEST_F(MenuActionsTest, TheUpdateIsLookedForOnYesShownOnNoAndLeftOnCancel) {
   ASSERT_EQ(shell.requests.size(), 2u);
   EXPECT_EQ(shell.requests[1].file, folder.text("bin/updater"));
   EXPECT_EQ(shell.requests[1].parameters, u"setup_Tavrollo\t67\tTavrollo\ttavrollo");
-  EXPECT_TRUE(std::filesystem::exists(folder.path("LastDateCheckUpdate.txt")));
+  EXPECT_EQ(folder.read("LastDateCheckUpdate.txt"), lastCheckBytes(kNow));
 }
 
 TEST_F(MenuActionsTest, ACheckThatCannotBeNotedIsTold) {
