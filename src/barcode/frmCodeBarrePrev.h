@@ -11,7 +11,6 @@ namespace Ui {
 class frmCodeBarrePrev;
 }
 
-class QAbstractButton;
 class QPrinter;
 class SymbolPainter;
 
@@ -44,7 +43,6 @@ class frmCodeBarrePrev : public QDialog {
   void LabLicence_Click();
 
   void connectControls();
-  void onClick(QAbstractButton* button, TextView name, std::function<void()> handler);
   void guardedly(TextView procedure, const std::function<void()>& body);
   void tell(TextView procedure, const Failure& failure);
   SymbolPainter symbol(const Text& text) const;
