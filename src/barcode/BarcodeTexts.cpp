@@ -96,11 +96,9 @@ std::optional<Box> barcodeHelpBox(int topic, TextView fontPage) {
   }
 }
 
-Text missingFontText(TextView family) {
-  return u"La police \"" + Text(family) + u"\" manque dans cette version de Tavrollo";
+Failure failures::missingFont(TextView family) {
+  return {53, u"La police \"" + Text(family) + u"\" manque dans cette version de Tavrollo"};
 }
-
-Failure failures::missingFont(TextView family) { return {53, missingFontText(family)}; }
 
 Failure failures::printingCancelled() { return {32755, u"L'impression a été annulée"}; }
 

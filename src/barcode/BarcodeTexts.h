@@ -12,12 +12,9 @@
 // is the address of the page about the fonts. Nothing for another topic.
 std::optional<Box> barcodeHelpBox(int topic, TextView fontPage);
 
-// In place of the bars, when the program was built without its fonts.
-Text missingFontText(TextView family);
-
 namespace failures {
-Failure missingFont(TextView family);
-Failure printingCancelled();  // 32755
-Failure printerRefused();     // 482
-Failure barcodeTooLarge();    // for the page or the picture
+Failure missingFont(TextView family);  // when the program was built without its fonts
+Failure printingCancelled();           // 32755
+Failure printerRefused();              // 482
+Failure barcodeTooLarge();             // for the page or the picture
 }  // namespace failures

@@ -16,7 +16,6 @@
 #include "platform/Files.h"
 #include "platform/Guarded.h"
 #include "platform/qt/Centre.h"
-#include "platform/qt/ClickHandler.h"
 #include "platform/qt/QtText.h"
 #include "ui_frmCodeBarrePrev.h"
 
@@ -37,39 +36,38 @@ frmCodeBarrePrev::frmCodeBarrePrev(BarcodeSurroundings surroundings, PrinterChoi
 frmCodeBarrePrev::~frmCodeBarrePrev() = default;
 
 void frmCodeBarrePrev::connectControls() {
+  // What goes wrong in a handler becomes a box that names it.
+  const auto on = [this](auto* control, auto signal, TextView name, auto handler) {
+    connect(control, signal, this,
+            [this, procedure = Text(name), handler] { guardedly(procedure, handler); });
+  };
   QRadioButton* const options[] = {ui_->OptType_0, ui_->OptType_1, ui_->OptType_2,
                                    ui_->OptType_3, ui_->OptType_4, ui_->OptType_5};
   for (int index = 0; QRadioButton * option : options) {
-    connect(option, &QRadioButton::toggled, this, [this, index](bool chosen) {
-      if (chosen) guardedly(u"OptType_Click", [&] { OptType_Click(index); });
+    on(option, &QRadioButton::toggled, u"OptType_Click", [this, option, index] {
+      if (option->isChecked()) OptType_Click(index);
     });
     ++index;
   }
   QPushButton* const helpButtons[] = {ui_->CmdAideCodeBarre_0, ui_->CmdAideCodeBarre_1,
                                       ui_->CmdAideCodeBarre_2, ui_->CmdAideCodeBarre_3,
                                       ui_->CmdAideCodeBarre_4};
+  constexpr auto kClicked = &QPushButton::clicked;
   for (int index = 0; QPushButton * button : helpButtons) {
-    onClick(button, this, to_.questions, u"CmdAideCodeBarre_Click",
-            [this, index] { CmdAideCodeBarre_Click(index); });
+    on(button, kClicked, u"CmdAideCodeBarre_Click",
+       [this, index] { CmdAideCodeBarre_Click(index); });
     ++index;
   }
-  const auto onChange = [this](QLineEdit* box, TextView name, void (frmCodeBarrePrev::*handler)()) {
-    connect(box, &QLineEdit::textChanged, this, [this, procedure = Text(name), handler] {
-      guardedly(procedure, [&] { (this->*handler)(); });
-    });
-  };
-  onChange(ui_->txtSource, u"txtSource_Change", &frmCodeBarrePrev::txtSource_Change);
-  onChange(ui_->TxtAdd, u"TxtAdd_Change", &frmCodeBarrePrev::TxtAdd_Change);
-  onChange(ui_->TxtSize, u"TxtSize_Change", &frmCodeBarrePrev::TxtSize_Change);
-  connect(ui_->chkKey25i, &QCheckBox::toggled, this,
-          [this] { guardedly(u"chkKey25i_Click", [this] { chkKey25i_Click(); }); });
-  Questions& ask = to_.questions;
-  onClick(ui_->cmdExport, this, ask, u"cmdExport_Click", [this] { cmdExport_Click(); });
-  onClick(ui_->cmdPrint, this, ask, u"cmdPrint", [this] { cmdPrint_Click(); });
-  onClick(ui_->cmdSaveImage, this, ask, u"cmdSaveImage_Click", [this] { cmdSaveImage_Click(); });
-  onClick(ui_->cmdCopyImage, this, ask, u"cmdCopyImage_Click", [this] { cmdCopyImage_Click(); });
-  connect(ui_->LabLicence, &QLabel::linkActivated, this,
-          [this] { guardedly(u"LabLicence_Click", [this] { LabLicence_Click(); }); });
+  constexpr auto kChanged = &QLineEdit::textChanged;
+  on(ui_->txtSource, kChanged, u"txtSource_Change", [this] { txtSource_Change(); });
+  on(ui_->TxtAdd, kChanged, u"TxtAdd_Change", [this] { TxtAdd_Change(); });
+  on(ui_->TxtSize, kChanged, u"TxtSize_Change", [this] { TxtSize_Change(); });
+  on(ui_->chkKey25i, &QCheckBox::toggled, u"chkKey25i_Click", [this] { chkKey25i_Click(); });
+  on(ui_->cmdExport, kClicked, u"cmdExport_Click", [this] { cmdExport_Click(); });
+  on(ui_->cmdPrint, kClicked, u"cmdPrint", [this] { cmdPrint_Click(); });
+  on(ui_->cmdSaveImage, kClicked, u"cmdSaveImage_Click", [this] { cmdSaveImage_Click(); });
+  on(ui_->cmdCopyImage, kClicked, u"cmdCopyImage_Click", [this] { cmdCopyImage_Click(); });
+  on(ui_->LabLicence, &QLabel::linkActivated, u"LabLicence_Click", [this] { LabLicence_Click(); });
 }
 
 void frmCodeBarrePrev::guardedly(TextView procedure, const std::function<void()>& body) {

@@ -174,7 +174,7 @@ void SymbolView::paintEvent(QPaintEvent*) {
   constexpr int kMargin = 8;
   painter.setPen(Qt::black);
   painter.drawText(viewport()->rect().adjusted(kMargin, kMargin, -kMargin, -kMargin),
-                   Qt::AlignCenter | Qt::TextWordWrap, toQt(missingFontText(font_->family())));
+                   Qt::AlignCenter | Qt::TextWordWrap, toQt(failures::missingFont(font_->family()).description));
 }
 
 void SymbolView::paintSymbol(QPainter& painter) const {

@@ -15,6 +15,7 @@
 #include <QSvgRenderer>
 #include <QTimer>
 #include <cmath>
+#include <set>
 #include <tuple>
 
 #include "barcode/BarcodeOptions.h"
@@ -184,6 +185,29 @@ TEST_F(Barcode, IsNoModalWindowAndLiesInTheMiddleOfTheScreen) {
   EXPECT_LT(std::abs(off.y()), 40);
 }
 
+// Also on a screen that has twice the dots for everything.
+TEST_F(Barcode, HasRoomOnTheScreenWithItsFrame) {
+  open();
+  const QRect area = window.screen()->availableGeometry();
+  EXPECT_TRUE(waitUntil([&] { return area.contains(window.frameGeometry()); }))
+      << testing::PrintToString(window.frameGeometry().size()) << window.frameGeometry().height();
+}
+
+TEST_F(Barcode, WhatHasNoRoomIsScrolledToByTheTabKey) {
+  open();
+  window.resize(600, 300);
+  ASSERT_TRUE(waitUntil([&] { return window.height() == 300; })) << window.height();
+  std::set<QWidget*> seen;
+  for (QWidget* focused = window.focusWidget(); seen.insert(focused).second;
+       focused = window.focusWidget()) {
+    EXPECT_EQ(focused->visibleRegion().boundingRect(), focused->rect())
+        << focused->objectName().toStdString();
+    QTest::keyClick(focused, Qt::Key_Tab);
+  }
+  EXPECT_EQ(seen.size(), 15U);
+  EXPECT_TRUE(seen.contains(&widget("cmdExport")));
+}
+
 // --- Types --------------------------------------------------------------------------------------
 
 TEST_F(Barcode, EachTypeHasItsFontItsControlsAndItsResult) {
@@ -220,6 +244,20 @@ TEST_F(Barcode, WhatCannotBeEncodedShowsNothingAndNoBox) {
   EXPECT_TRUE(questions.boxes.empty());
   type("TxtAdd", "12");
   expectResult(u"[B\\C");
+}
+
+TEST_F(Barcode, WhatNobodyTypesLeavesNoResultAndNoBox) {
+  open();
+  const char16_t bad[] = {0, 0xD83D, 0xDE00, 0x0661, 0xFF11, 0xFFFF};
+  for (int option = 0; option < 6; ++option) {
+    choose(option);
+    for (const char16_t character : bad) {
+      box("txtSource").setText(QStringLiteral("12") + QChar(character) + QStringLiteral("34"));
+      box("TxtAdd").setText(QString(QChar(character)));
+      expectResult(u"");
+    }
+  }
+  EXPECT_TRUE(questions.boxes.empty());
 }
 
 TEST_F(Barcode, TheAddOnAndTheCheckBoxRecomputeAtOnce) {

@@ -40,7 +40,6 @@ TEST(BarcodeHelp, OtherTopicsShowNothing) {
 TEST(BarcodeFailures, NameWhatIsMissing) {
   EXPECT_EQ(failures::missingFont(u"Code 128"),
             (Failure{53, u"La police \"Code 128\" manque dans cette version de Tavrollo"}));
-  EXPECT_EQ(missingFontText(u"Code 128"), failures::missingFont(u"Code 128").description);
   for (const Failure& failure :
        {failures::printingCancelled(), failures::printerRefused(), failures::barcodeTooLarge()}) {
     EXPECT_TRUE(failure);
