@@ -11,11 +11,14 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <thread>
+#include <vector>
+
+#ifndef TAVROLLO_WITHOUT_POSIX
 #include <sys/stat.h>
 #include <sys/wait.h>
-#include <thread>
 #include <unistd.h>
-#include <vector>
+#endif
 
 #include "support/Scratch.h"
 #include "text/Paths.h"
@@ -35,16 +38,22 @@ class Variable {
 
  private:
   void set(const std::optional<std::string>& value) {
+#ifdef TAVROLLO_WITHOUT_POSIX
+    ::_putenv_s(name_.c_str(), value.value_or("").c_str());
+#else
     if (value) {
       ::setenv(name_.c_str(), value->c_str(), 1);
     } else {
       ::unsetenv(name_.c_str());
     }
+#endif
   }
 
   std::string name_;
   std::optional<std::string> old_;
 };
+
+#ifndef TAVROLLO_WITHOUT_POSIX
 
 // A body for Scratch::script that writes its arguments, one a line, to `file` and ends with
 // `status`. The file appears whole.
@@ -68,6 +77,8 @@ inline int inChildWithoutRights(const std::function<int()>& work) {
   constexpr int kStillRoot = 99;
   return inChild([&] { return ::geteuid() == 0 && ::seteuid(kNobody) != 0 ? kStillRoot : work(); });
 }
+
+#endif
 
 // True when `state` comes true within ten seconds.
 inline bool waitUntil(const std::function<bool()>& state) {

@@ -54,9 +54,10 @@ inline std::string bytesIn(const Text& path) {
 
 inline void removeFile(const Text& path) { std::filesystem::remove(toPath(path)); }
 
-// Makes the file an old one, so that nobody waits for it to settle.
-inline void age(const Text& path) {
+// Makes the file an old one, so that nobody waits for it to settle; a `later` one tells versions
+// apart also where times are kept in whole seconds.
+inline void age(const Text& path, std::chrono::seconds later = {}) {
   using namespace std::chrono_literals;
   std::filesystem::last_write_time(toPath(path),
-                                   std::filesystem::file_time_type::clock::now() - 1h);
+                                   std::filesystem::file_time_type::clock::now() - 1h + later);
 }

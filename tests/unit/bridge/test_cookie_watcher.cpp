@@ -47,7 +47,7 @@ class CookieWatcherTest : public testing::Test {
   // Writes a store that holds this value (with its end marker) and is not young any more.
   void put(const std::string& value) {
     folder_.write(u"store", "xxTavr1CodeToExe" + value + "_e-o-v_" + std::string(++writes_, '.'));
-    age(settings_.cookiesPath);
+    age(settings_.cookiesPath, std::chrono::seconds(writes_));
   }
 
   // One tick: what happened in it, in order.
@@ -77,13 +77,13 @@ class CookieWatcherTest : public testing::Test {
   Events events_;
   int reads_ = 0;
   std::function<void()> onRead_;
-  std::int64_t lateness_ = 0;  // of the clock, nanoseconds
+  std::optional<std::int64_t> stopped_;  // the time at which the clock stands still
   CookieStoreReader reader_{trace_,
                             [this] {
                               ++reads_;
                               if (onRead_) onRead_();
                             },
-                            [this] { return systemClock() - lateness_; }};
+                            [this] { return stopped_.value_or(systemClock()); }};
   RecordingShell shell_{events_};
   ShortcutTable shortcuts_;
   bool lockThrows_ = false;
@@ -200,10 +200,11 @@ TEST_F(CookieWatcherTest, AnEmptyValueDoesNotMakeTheLastCommandNew) {
 
 TEST_F(CookieWatcherTest, AYoungStoreIsLookedAtOnceMore) {
   put("ini_|_k_|_");
-  lateness_ = systemClock() - fileStamp(settings_.cookiesPath)->modified;
+  const std::int64_t written = fileStamp(settings_.cookiesPath)->modified;
+  stopped_ = written;
   tick();
   EXPECT_EQ(tick(), (Events{u"pump", u"timer off", u"timer on"}));
-  lateness_ = 0;
+  stopped_ = written + 1'000'000'000;
   EXPECT_EQ(tick(), (Events{u"pump", u"timer off", u"timer on"}));
   EXPECT_EQ(tick(), Events{u"pump"});
 }

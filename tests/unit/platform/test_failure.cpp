@@ -18,7 +18,9 @@ const Row kRows[] = {
     {EROFS, {70, u"Permission refusée"}},
     {ENOTDIR, {76, u"Chemin d'accès introuvable"}},
     {ENOSPC, {61, u"Disque plein"}},
+#ifdef EDQUOT
     {EDQUOT, {61, u"Disque plein"}},
+#endif
     {EISDIR, {75, u"Erreur d'accès Chemin/Fichier"}},
     {EEXIST, {58, u"Le fichier existe déjà"}},
     {EIO, {57, u"Erreur d'E/S de périphérique"}},

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <fcntl.h>
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
 #include <functional>
-#include <stdexcept>
 #include <string>
-#include <sys/stat.h>
 #include <vector>
 
+#include "platform/Files.h"
 #include "support/Scratch.h"
 #include "sync/Comparison.h"
 #include "text/Utf.h"
@@ -17,12 +18,22 @@
 inline constexpr std::int64_t kOld = 1'400'000'000;
 inline constexpr std::int64_t kNew = 1'450'000'000;
 
+// A path with slashes, as tests write it, as the file system has it; and back.
+inline NativeName native(std::string_view path) {
+  return toPath(fromUtf8Lossless(path)).make_preferred().native();
+}
+inline std::string slashed(std::string path) {
+  if (kNativeSeparator != '/') std::replace(path.begin(), path.end(), '\\', '/');
+  return path;
+}
+inline std::string plain(NativeView path) { return slashed(toUtf8Lossless(nativeText(path))); }
+
 // Writes down what it is told, and stops the work where it is asked to.
 class RecordingProgress : public SyncProgress {
  public:
   bool listing(Side side, const Text& folder, std::size_t files) override {
-    listed.push_back((side == Side::Source ? "source " : "backup ") + toUtf8Lossless(folder) + " " +
-                     std::to_string(files));
+    listed.push_back((side == Side::Source ? "source " : "backup ") +
+                     slashed(toUtf8Lossless(folder)) + " " + std::to_string(files));
     return !stopListing || !stopListing(listed.size());
   }
   bool copying(std::size_t row, std::uint64_t bytes) override {
@@ -31,7 +42,7 @@ class RecordingProgress : public SyncProgress {
     return !stopCopying || !stopCopying(row, bytes);
   }
   void waiting() override { ++waits; }
-  void trace(const Text& line) override { lines.push_back(toUtf8Lossless(line)); }
+  void trace(const Text& line) override { lines.push_back(slashed(toUtf8Lossless(line))); }
 
   std::vector<std::string> listed;
   std::vector<std::pair<std::size_t, std::uint64_t>> copied;
@@ -43,27 +54,29 @@ class RecordingProgress : public SyncProgress {
 };
 
 inline void setTime(const std::string& path, std::int64_t seconds) {
-  const timespec times[2] = {{.tv_sec = seconds, .tv_nsec = 0}, {.tv_sec = seconds, .tv_nsec = 0}};
-  if (::utimensat(AT_FDCWD, path.c_str(), times, 0) != 0) throw std::runtime_error(path);
+  const std::chrono::sys_seconds time{std::chrono::seconds(seconds)};
+  std::filesystem::last_write_time(path, std::chrono::file_clock::from_sys(time));
 }
 
 inline std::int64_t timeOf(const std::string& path) {
-  struct stat status {};
-  return ::stat(path.c_str(), &status) == 0 ? status.st_mtim.tv_sec : -1;
+  constexpr std::int64_t kSecond = 1'000'000'000;
+  const std::optional<FileStamp> stamp = fileStamp(fromPath(path));
+  return stamp ? stamp->modified / kSecond : -1;
 }
 
 // A listing as if its files had been found.
 inline Listing listingOf(const std::vector<std::pair<std::string, std::int64_t>>& files,
                          const std::vector<std::string>& obstacles = {}) {
   Listing listing;
-  for (const auto& [path, modified] : files) listing.add(path, {.modified = modified, .size = 1});
-  for (const std::string& path : obstacles) listing.obstacles.push_back({.path = path});
+  for (const auto& [path, modified] : files)
+    listing.add(native(path), {.modified = modified, .size = 1});
+  for (const std::string& path : obstacles) listing.obstacles.push_back({.path = native(path)});
   return listing;
 }
 
 inline std::vector<std::string> pathsOf(const Listing& listing) {
   std::vector<std::string> paths;
-  for (std::size_t i = 0; i < listing.files.size(); ++i) paths.emplace_back(listing.path(i));
+  for (std::size_t i = 0; i < listing.files.size(); ++i) paths.push_back(plain(listing.path(i)));
   return paths;
 }
 
@@ -73,9 +86,9 @@ inline std::vector<std::string> rowsOf(const Listing& source, const Listing& bac
   std::vector<std::string> lines;
   for (const DifferenceRow& row : rows) {
     std::string line = std::to_string(static_cast<int>(row.action)) + " ";
-    line += row.source == kNoFile ? "-" : std::string(source.path(row.source));
+    line += row.source == kNoFile ? "-" : plain(source.path(row.source));
     line += " ";
-    line += row.backup == kNoFile ? "-" : std::string(backup.path(row.backup));
+    line += row.backup == kNoFile ? "-" : plain(backup.path(row.backup));
     lines.push_back(line);
   }
   return lines;
@@ -83,7 +96,7 @@ inline std::vector<std::string> rowsOf(const Listing& source, const Listing& bac
 
 inline Listing listed(const Scratch& folder, const Text& pattern = u"*.*") {
   RecordingProgress progress;
-  return listFolder(folder.text() + u"/", pattern, Side::Source, progress);
+  return listFolder(folder.text() + nativeSeparator(), pattern, Side::Source, progress);
 }
 
 // What a comparison of the two folders, as they are now, says.

@@ -121,11 +121,12 @@ TEST(Comparison, TheTableCanBeEmptied) {
 }
 
 TEST(Comparison, ACollectionTellsWhetherItHoldsAKey) {
-  FileIndex index = {{"a", 1}};
-  EXPECT_TRUE(CleExiste("a", index));
-  EXPECT_FALSE(CleExiste("b", index));
+  const NativeName a = native("a");
+  FileIndex index = {{a, 1}};
+  EXPECT_TRUE(CleExiste(a, index));
+  EXPECT_FALSE(CleExiste(native("b"), index));
   NouvelleCollection(index);
-  EXPECT_FALSE(CleExiste("a", index));
+  EXPECT_FALSE(CleExiste(a, index));
   EXPECT_TRUE(index.empty());
 }
 

@@ -65,31 +65,34 @@ class GridRowTest : public ::testing::Test {
 
 TEST_F(GridRowTest, AFileOfTheSourceAlone) {
   const GridRow row = shown(SyncAction::NewInSource, 0, kNoFile);
-  EXPECT_EQ(row.cells, (std::array<Text, 8>{u"0", u"docs/Plan.pdf", sourceDate, u"1 o"}));
+  EXPECT_EQ(row.cells,
+            (std::array<Text, 8>{u"0", nativePath(u"docs/Plan.pdf"), sourceDate, u"1 o"}));
   EXPECT_EQ(row.picture, u"flecheDn");
   EXPECT_EQ(row.emphasised, kNoColumn);
 }
 
 TEST_F(GridRowTest, ANewerSourceOverwritesTheBackup) {
   const GridRow row = shown(SyncAction::SourceNewer, 0, 0);
-  EXPECT_EQ(row.cells, (std::array<Text, 8>{u"1", u"docs/Plan.pdf", sourceDate, u"1 o", u"",
-                                            u"docs/plan.pdf", backupDate, u"1 o"}));
+  EXPECT_EQ(row.cells,
+            (std::array<Text, 8>{u"1", nativePath(u"docs/Plan.pdf"), sourceDate, u"1 o", u"",
+                                 nativePath(u"docs/plan.pdf"), backupDate, u"1 o"}));
   EXPECT_EQ(row.picture, u"flecheD");
   EXPECT_EQ(row.emphasised, 5);
 }
 
 TEST_F(GridRowTest, AFileOfTheBackupAlone) {
   const GridRow row = shown(SyncAction::NewInBackup, kNoFile, 0);
-  EXPECT_EQ(row.cells,
-            (std::array<Text, 8>{u"2", u"", u"", u"", u"", u"docs/plan.pdf", backupDate, u"1 o"}));
+  EXPECT_EQ(row.cells, (std::array<Text, 8>{u"2", u"", u"", u"", u"", nativePath(u"docs/plan.pdf"),
+                                            backupDate, u"1 o"}));
   EXPECT_EQ(row.picture, u"flecheGn");
   EXPECT_EQ(row.emphasised, kNoColumn);
 }
 
 TEST_F(GridRowTest, ANewerBackupOverwritesTheSource) {
   const GridRow row = shown(SyncAction::BackupNewer, 0, 0);
-  EXPECT_EQ(row.cells, (std::array<Text, 8>{u"3", u"docs/Plan.pdf", sourceDate, u"1 o", u"",
-                                            u"docs/plan.pdf", backupDate, u"1 o"}));
+  EXPECT_EQ(row.cells,
+            (std::array<Text, 8>{u"3", nativePath(u"docs/Plan.pdf"), sourceDate, u"1 o", u"",
+                                 nativePath(u"docs/plan.pdf"), backupDate, u"1 o"}));
   EXPECT_EQ(row.picture, u"flecheG");
   EXPECT_EQ(row.emphasised, 1);
 }

@@ -15,13 +15,14 @@ using Lines = std::vector<std::string>;
 class ExecutionTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    ::chmod(source.path().c_str(), 0755);
-    ::chmod(backup.path().c_str(), 0755);
+    constexpr auto kForAll = static_cast<std::filesystem::perms>(0755);
+    std::filesystem::permissions(source.path(), kForAll);
+    std::filesystem::permissions(backup.path(), kForAll);
   }
 
   void list() {
-    ours = listFolder(source.text() + u"/", u"", Side::Source, progress);
-    theirs = listFolder(backup.text() + u"/", u"", Side::Backup, progress);
+    ours = listFolder(source.text() + nativeSeparator(), u"", Side::Source, progress);
+    theirs = listFolder(backup.text() + nativeSeparator(), u"", Side::Backup, progress);
     rows = compareListings(ours, theirs).rows;
     progress.lines.clear();
   }
@@ -92,6 +93,7 @@ TEST_F(ExecutionTest, ACopyOverAPartnerKeepsThePartnersSpelling) {
   EXPECT_EQ(source.entries(), 2u);
 }
 
+#ifndef TAVROLLO_WITHOUT_POSIX  // no two names differ so there, and none is bytes
 TEST_F(ExecutionTest, NamesThatDifferOnlyInCapitalsAreAllCopied) {
   setTime(source.write("a", "small"), kOld);
   setTime(source.write("A", "large"), kNew);
@@ -108,6 +110,7 @@ TEST_F(ExecutionTest, AnyNameIsCopied) {
   for (const std::string& name : names) EXPECT_EQ(backup.read(name + "/" + name), name);
   EXPECT_EQ(differencesOf(source, backup), Lines{});
 }
+#endif
 
 TEST_F(ExecutionTest, TheProgressIsToldEachRowAndItsBytes) {
   source.write("a", "12345");
@@ -144,9 +147,9 @@ TEST_F(ExecutionTest, WhatCannotBeCopiedIsTracedAndTheRestGoesOn) {
   ASSERT_EQ(report.notCopied.size(), 1u);
   EXPECT_EQ(report.notCopied[0].row, 1u);
   EXPECT_EQ(report.notCopied[0].failure.number, 53);
-  EXPECT_EQ(progress.lines,
-            (Lines{"Synchronisation - non copié : " + source.path() + "/b : Fichier introuvable",
-                   "Synchronisation : 2 fichiers copiés, 1 non copié"}));
+  EXPECT_EQ(progress.lines, (Lines{"Synchronisation - non copié : " + slashed(source.path()) +
+                                       "/b : Fichier introuvable",
+                                   "Synchronisation : 2 fichiers copiés, 1 non copié"}));
 }
 
 TEST_F(ExecutionTest, AFileThatIsWrittenWhileItIsCopiedIsShownAgainByTheNextComparison) {
@@ -180,8 +183,8 @@ TEST_F(ExecutionTest, ABackupThatWasEditedSinceIsNotOverwritten) {
 
 TEST_F(ExecutionTest, AMissingBackupFolderIsMade) {
   source.write("d/a", "content");
-  ours = listFolder(source.text() + u"/", u"", Side::Source, progress);
-  theirs = listFolder(backup.text("new/place") + u"/", u"", Side::Backup, progress);
+  ours = listFolder(source.text() + nativeSeparator(), u"", Side::Source, progress);
+  theirs = listFolder(backup.text("new/place") + nativeSeparator(), u"", Side::Backup, progress);
   rows = compareListings(ours, theirs).rows;
   EXPECT_EQ(execute().copied, 1u);
   EXPECT_EQ(backup.read("new/place/d/a"), "content");
@@ -191,8 +194,8 @@ TEST_F(ExecutionTest, ABackupFolderThatWasRemovedSinceIsMadeAnew) {
   source.write("a", "1");
   setTime(source.write("b", "new"), kNew);
   setTime(backup.write("deep/folder/b", "old"), kOld);
-  ours = listFolder(source.text() + u"/", u"", Side::Source, progress);
-  theirs = listFolder(backup.text("deep/folder") + u"/", u"", Side::Backup, progress);
+  ours = listFolder(source.text() + nativeSeparator(), u"", Side::Source, progress);
+  theirs = listFolder(backup.text("deep/folder") + nativeSeparator(), u"", Side::Backup, progress);
   rows = compareListings(ours, theirs).rows;
   std::filesystem::remove_all(backup.path("deep"));
   const SyncReport report = execute();
@@ -203,8 +206,8 @@ TEST_F(ExecutionTest, ABackupFolderThatWasRemovedSinceIsMadeAnew) {
 }
 
 TEST_F(ExecutionTest, WithNothingToCopyNoFolderIsMade) {
-  theirs = listFolder(backup.text("missing") + u"/", u"", Side::Backup, progress);
-  ours = listFolder(source.text() + u"/", u"", Side::Source, progress);
+  theirs = listFolder(backup.text("missing") + nativeSeparator(), u"", Side::Backup, progress);
+  ours = listFolder(source.text() + nativeSeparator(), u"", Side::Source, progress);
   EXPECT_EQ(execute().copied, 0u);
   EXPECT_EQ(backup.entries(), 0u);
 }
@@ -249,6 +252,7 @@ TEST_F(ExecutionTest, AFolderThatCannotBeMadeIsToldOnceAndItsFilesAreCounted) {
   EXPECT_EQ(source.read("d/a"), "1");
 }
 
+#ifndef TAVROLLO_WITHOUT_POSIX  // they make links, pipes and closed folders
 TEST_F(ExecutionTest, AReadOnlyBackupKeepsItsFiles) {
   setTime(source.write("a", "new"), kNew);
   setTime(backup.write("a", "old"), kOld);
@@ -371,6 +375,7 @@ TEST_F(ExecutionTest, ALinkedFileIsCopiedOverTheLinksTarget) {
   EXPECT_EQ(elsewhere.read("real"), "new");
   EXPECT_EQ(differencesOf(source, backup), Lines{});
 }
+#endif
 
 TEST_F(ExecutionTest, LeftoversOfInterruptedCopiesGoOnBothSides) {
   source.write("d/.tavrollo-copie-999999999-1-0.tmp", "half");
@@ -380,6 +385,7 @@ TEST_F(ExecutionTest, LeftoversOfInterruptedCopiesGoOnBothSides) {
   EXPECT_EQ(backup.entries(), 0u);
 }
 
+#ifndef TAVROLLO_WITHOUT_POSIX  // Wine's own paths end at 4096 bytes
 TEST_F(ExecutionTest, PathsLongerThanTheSystemTakesAtOnceAreCopied) {
   std::string folder = std::string(250, 'd');
   for (int i = 0; i < 19; ++i) folder += "/" + std::string(250, 'd');
@@ -402,6 +408,7 @@ TEST_F(ExecutionTest, PathsLongerThanTheSystemTakesAtOnceAreCopied) {
   EXPECT_EQ(copied.path(1), folder + "/b");
   EXPECT_EQ(copied.files[1].state.size, 9u);
 }
+#endif
 
 TEST_F(ExecutionTest, WhatACoarseClockKeepsOfATimeIsTheSameTime) {
   setTime(source.write("a", "1"), kOld + 1);

@@ -12,7 +12,7 @@ using Paths = std::vector<std::string>;
 class ListingTest : public ::testing::Test {
  protected:
   Listing list(const Text& pattern = u"*.*", Side side = Side::Source) {
-    return listFolder(scratch.text() + u"/", pattern, side, progress);
+    return listFolder(scratch.text() + nativeSeparator(), pattern, side, progress);
   }
 
   Scratch scratch;
@@ -31,7 +31,7 @@ TEST_F(ListingTest, AFileHasItsTimeInWholeSecondsAndItsSize) {
   const Listing listing = list();
   ASSERT_EQ(listing.files.size(), 1u);
   EXPECT_EQ(listing.files[0].state, (FileState{.modified = kOld, .size = 5}));
-  EXPECT_EQ(listing.root, scratch.text() + u"/");
+  EXPECT_EQ(listing.root, scratch.text() + nativeSeparator());
   EXPECT_FALSE(listing.rootMissing);
 }
 
@@ -52,6 +52,7 @@ TEST_F(ListingTest, APatternMeansFilesAndEveryFolderIsSearched) {
   EXPECT_EQ(list(u"*").files.size(), 5u);
 }
 
+#ifndef TAVROLLO_WITHOUT_POSIX  // names are no bytes there
 TEST_F(ListingTest, NamesKeepTheirBytes) {
   const Paths names = {"\xFF\xFE", "A", "a", "back\\slash", "caf\xE9", "two\nlines"};
   for (const std::string& name : names) scratch.write(name, "");
@@ -59,7 +60,9 @@ TEST_F(ListingTest, NamesKeepTheirBytes) {
   EXPECT_EQ(Paths(found.begin(), found.end() - 1), Paths(names.begin() + 1, names.end()));
   EXPECT_EQ(found.back(), names.front());
 }
+#endif
 
+#ifndef TAVROLLO_WITHOUT_POSIX  // they make links, pipes and closed folders
 TEST_F(ListingTest, LinksToFoldersAreObstaclesAndALoopEnds) {
   scratch.write("real/a", "");
   ::symlink("../real", scratch.path("real/loop").c_str());
@@ -112,17 +115,19 @@ TEST_F(ListingTest, ARootThatMayNotBeReadIsNotMissing) {
   ::chmod(scratch.path().c_str(), 0755);
   ::chmod(scratch.path("closed").c_str(), 0);
   EXPECT_EQ(inChildWithoutRights([&] {
-              const Listing listing =
-                  listFolder(scratch.text("closed") + u"/", u"", Side::Source, progress);
+              const Listing listing = listFolder(scratch.text("closed") + nativeSeparator(), u"",
+                                                 Side::Source, progress);
               const bool right = !listing.rootMissing && listing.obstacles.size() == 1 &&
                                  listing.obstacles[0].path.empty();
               return right ? 0 : 1;
             }),
             0);
 }
+#endif
 
 TEST_F(ListingTest, AMissingRootIsEmptyAndSaysSo) {
-  const Listing listing = listFolder(scratch.text("no") + u"/", u"", Side::Source, progress);
+  const Listing listing =
+      listFolder(scratch.text("no") + nativeSeparator(), u"", Side::Source, progress);
   EXPECT_TRUE(listing.rootMissing);
   EXPECT_TRUE(listing.files.empty());
   EXPECT_TRUE(listing.obstacles.empty());
@@ -134,7 +139,7 @@ TEST_F(ListingTest, TheProgressIsToldEachFolderAndTheCountSoFar) {
   scratch.write("sub/c", "");
   scratch.write("sub/deep/d", "");
   list(u"*.*", Side::Backup);
-  const std::string root = "backup " + scratch.path();
+  const std::string root = "backup " + slashed(scratch.path());
   EXPECT_EQ(progress.listed, (Paths{root + "/ 0", root + "/sub/ 2", root + "/sub/deep/ 3"}));
 }
 
@@ -159,9 +164,11 @@ TEST_F(ListingTest, WhatInterruptedCopiesLeftIsToldApart) {
   scratch.write("sub/a", "");
   const Listing listing = list(u"*.doc");
   EXPECT_TRUE(listing.files.empty());
-  EXPECT_EQ(listing.leftovers, Paths{"sub/.tavrollo-copie-999999999-1-0.tmp"});
+  ASSERT_EQ(listing.leftovers.size(), 1u);
+  EXPECT_EQ(plain(listing.leftovers[0]), "sub/.tavrollo-copie-999999999-1-0.tmp");
 }
 
+#ifndef TAVROLLO_WITHOUT_POSIX  // Wine's own paths end at 4096 bytes
 TEST_F(ListingTest, PathsMayBeLongerThanTheSystemTakesAtOnce) {
   FolderTree tree;
   ASSERT_FALSE(tree.open(scratch.text()));
@@ -173,6 +180,7 @@ TEST_F(ListingTest, PathsMayBeLongerThanTheSystemTakesAtOnce) {
   EXPECT_TRUE(listing.obstacles.empty());
   EXPECT_EQ(progress.listed.size(), 21u);
 }
+#endif
 
 TEST_F(ListingTest, AnEmptiedListingIsEmpty) {
   scratch.write("a", "");

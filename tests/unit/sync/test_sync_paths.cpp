@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
-#include <unistd.h>
 
+#include "support/Processes.h"
 #include "support/Scratch.h"
 #include "sync/SyncPaths.h"
+#include "text/Paths.h"
 
 namespace {
 
@@ -34,12 +35,13 @@ TEST(SyncPaths, FoldersOverlapWhenOneIsOrHoldsTheOther) {
   EXPECT_TRUE(foldersOverlap(files, scratch.text("nav/user_datas/deep") + u"/"));
   EXPECT_TRUE(foldersOverlap(files, scratch.text("nav/user_datas/not/yet") + u"/"));
   EXPECT_TRUE(foldersOverlap(files, scratch.text("nav") + u"/"));
-  EXPECT_TRUE(foldersOverlap(files, u"/"));
+  EXPECT_TRUE(foldersOverlap(files, fromPath(toPath(files).root_path())));
   EXPECT_FALSE(foldersOverlap(files, scratch.text("nav/user_datas2") + u"/"));
   EXPECT_FALSE(foldersOverlap(files, scratch.text("elsewhere") + u"/"));
   EXPECT_FALSE(foldersOverlap(files, u""));
 }
 
+#ifndef TAVROLLO_WITHOUT_POSIX  // it makes a link
 TEST(SyncPaths, ALinkDoesNotHideAnOverlap) {
   Scratch scratch;
   scratch.makeFolders("user_datas/deep");
@@ -48,5 +50,6 @@ TEST(SyncPaths, ALinkDoesNotHideAnOverlap) {
   ::symlink("user_datas/deep", scratch.path("link").c_str());
   EXPECT_TRUE(foldersOverlap(scratch.text("user_datas"), scratch.text("link") + u"/"));
 }
+#endif
 
 }  // namespace

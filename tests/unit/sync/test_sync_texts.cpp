@@ -2,7 +2,9 @@
 #include <cerrno>
 #include <gtest/gtest.h>
 
+#include "SyncSupport.h"
 #include "sync/SyncTexts.h"
+#include "text/Paths.h"
 
 namespace {
 
@@ -73,14 +75,14 @@ TEST(SyncTexts, NoneAndOneFileAreSingular) {
 }
 
 TEST(SyncTexts, TraceLines) {
-  const Obstacle link{.path = "a/b", .kind = ObstacleKind::FolderLink};
-  EXPECT_EQ(obstacleLine(u"/r/", link),
-            u"Synchronisation - non comparé : /r/a/b : lien vers un dossier");
-  const Obstacle pipe{.path = "p", .kind = ObstacleKind::Special};
+  const Obstacle link{.path = native("a/b"), .kind = ObstacleKind::FolderLink};
+  EXPECT_EQ(obstacleLine(u"/r/", link), u"Synchronisation - non comparé : /r/" +
+                                            nativePath(u"a/b") + u" : lien vers un dossier");
+  const Obstacle pipe{.path = native("p"), .kind = ObstacleKind::Special};
   EXPECT_EQ(obstacleLine(u"/r/", pipe),
             u"Synchronisation - non comparé : /r/p : ni fichier ni dossier");
   const Obstacle closed{
-      .path = "", .kind = ObstacleKind::Unreadable, .failure = failureFromErrno(EACCES)};
+      .path = {}, .kind = ObstacleKind::Unreadable, .failure = failureFromErrno(EACCES)};
   EXPECT_EQ(obstacleLine(u"/r/", closed),
             u"Synchronisation - non comparé : /r/ : Permission refusée");
   EXPECT_EQ(notCopiedLine(u"/r/a", failureFromErrno(ENOSPC)),
