@@ -59,9 +59,9 @@ inline void setTime(const std::string& path, std::int64_t seconds) {
 }
 
 inline std::int64_t timeOf(const std::string& path) {
-  constexpr std::int64_t kSecond = 1'000'000'000;
+  using namespace std::chrono;
   const std::optional<FileStamp> stamp = fileStamp(fromPath(path));
-  return stamp ? stamp->modified / kSecond : -1;
+  return stamp ? floor<seconds>(nanoseconds(stamp->modified)).count() : -1;
 }
 
 // A listing as if its files had been found.
