@@ -124,6 +124,7 @@ TEST_F(ExecutionTest, TheProgressIsToldEachRowAndItsBytes) {
     if (call.second == 0) rowsBegun.push_back(call);
   }
   EXPECT_EQ(rowsBegun, (Calls{{0, 0}, {1, 0}, {2, 0}}));
+  EXPECT_GE(progress.waits, 4) << "two flushes on each side";
 }
 
 TEST_F(ExecutionTest, TheProgressStopsTheWorkAndWhatIsCopiedStays) {
