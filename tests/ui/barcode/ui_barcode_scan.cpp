@@ -1,35 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the window shows, prints and saves is read back by a decoder, and is what went in.
-#include <QCheckBox>
+// What the window shows, prints and saves is read back by decoders, and is what went in.
 #include <QImage>
-#include <QLineEdit>
 #include <QPainter>
-#include <QPrinter>
-#include <QRadioButton>
 #include <QScrollBar>
 #include <QSvgRenderer>
 
 #include "barcode/ModuleSize.h"
-#include "barcode/frmCodeBarrePrev.h"
-#include "barcode/qt/SymbolPrint.h"
-#include "barcode/qt/SymbolView.h"
-#include "platform/qt/QtText.h"
-#include "support/Doubles.h"
-#include "support/Scratch.h"
-#include "ui/UiMain.h"
-#include "ui/barcode/Scanner.h"
+#include "ui/barcode/ScannedWindow.h"
 
 namespace {
 
-struct Case {
-  int option;
-  const char* source;
-  const char* addOn;
-  bool withCheck;
-  Scanned read;
-};
-
-const Case kCases[] = {
+const Typed kCases[] = {
     {0, "AB-12", "", false, {{"CODE-39", "AB-12"}}},
     {0, "A.B C/D+1%2$3 4", "", false, {{"CODE-39", "A.B C/D+1%2$3 4"}}},
     {1, "TAVROLLO 2026", "", false, {{"CODE-39", "TAVROLLO 2026"}}},
@@ -47,66 +28,33 @@ const Case kCases[] = {
 // Sizes: the smallest, those whose module is no whole dot, usual and large ones.
 constexpr int kSizes[] = {12, 18, 24, 36, 48, 72};
 
-// A picture as the decoder is to have it: with one dot to a module each dot stands there four
-// times, since zbarimg loses some bars of a single dot (of such Code 128 it reads four symbols of
-// five).
+// A picture as zbarimg is to have it: with one dot to a module each dot stands there four times,
+// since it loses some bars of a single dot.
 QImage readable(const QImage& image, int module) {
   return module == 1 ? image.scaled(image.size() * 2) : image;
 }
 
-class BarcodeScan : public testing::Test {
+class BarcodeScan : public ScannedWindow {
  protected:
-  BarcodeScan() {
-    window.Form_Load();
-    window.show();
-  }
-
-  void fill(const Case& row, int size) {
-    const std::string option = "OptType_" + std::to_string(row.option);
-    control<QRadioButton>(window, option.c_str()).click();
-    control<QLineEdit>(window, "txtSource").setText(QString::fromLatin1(row.source));
-    control<QLineEdit>(window, "TxtAdd").setText(QString::fromLatin1(row.addOn));
-    control<QCheckBox>(window, "chkKey25i").setChecked(row.withCheck);
-    control<QLineEdit>(window, "TxtSize").setText(QString::number(size));
-  }
-
-  void click(const char* name) { control<QAbstractButton>(window, name).click(); }
-  SymbolView& view() { return control<SymbolView>(window, "rtbCBar"); }
-
-  // The name of one more picture to be read; it shows `row`.
-  QString add(const Case& row, const std::string& what) {
-    const std::string name = std::to_string(rows.size()) + ".png";
-    rows.push_back({&row, what});
-    files.append(QString::fromStdString(scratch.path(name)));
-    return files.last();
+  // One more picture to be read, in which a module has `module` dots; it shows `row`.
+  void add(const Typed& row, const std::string& what, const QImage& image, int module) {
+    const std::string told = row.source + what;
+    ASSERT_FALSE(image.isNull()) << told;
+    EXPECT_EQ(scanWithZxing(image), row.read) << told;
+    files.append(file(std::to_string(rows.size()) + ".png"));
+    ASSERT_TRUE(readable(image, module).save(files.last(), "PNG", 80));
+    rows.push_back({&row, told});
   }
 
   void expectEachIsRead(std::size_t rowsOfEach) {
     const std::vector<Scanned> found = scan(files);
     for (std::size_t i = 0; i < rows.size(); ++i) {
-      EXPECT_EQ(found[i], rows[i].first->read) << rows[i].first->source << rows[i].second;
+      EXPECT_EQ(found[i], rows[i].first->read) << rows[i].second;
     }
     EXPECT_GE(rows.size(), std::size(kCases) * rowsOfEach) << "nothing was looked at";
   }
 
-  Scratch scratch;
-  Text programFolder = scratch.text();
-  LocaleData locale = frenchLocale();
-  Journal journal;
-  RecordingShell shell{journal};
-  ScriptedQuestions questions{journal};
-  QString printed;
-  frmCodeBarrePrev window{{.programFolder = programFolder,
-                           .locale = locale,
-                           .shell = shell,
-                           .questions = questions,
-                           .fontPage = [] { return Text(); }},
-                          [this](QPrinter& printer, bool) {
-                            printer.setOutputFormat(QPrinter::PdfFormat);
-                            printer.setOutputFileName(printed);
-                            return true;
-                          }};
-  std::vector<std::pair<const Case*, std::string>> rows;
+  std::vector<std::pair<const Typed*, std::string>> rows;
   QStringList files;
 };
 
@@ -114,65 +62,54 @@ class BarcodeScan : public testing::Test {
 
 TEST_F(BarcodeScan, TheWindowAtEverySize) {
   window.resize(1100, 780);
-  for (const Case& row : kCases) {
+  for (const Typed& row : kCases) {
     for (const int size : kSizes) {
       fill(row, size);
       if (view().horizontalScrollBar()->maximum() > 0) continue;  // not the whole is seen
       const QImage image = view().viewport()->grab().toImage();
       const double dots = view().logicalDpiX() * image.devicePixelRatio();
-      const int module = wholeModule(moduleWidth(size, dots));
-      ASSERT_TRUE(readable(image, module).save(add(row, " at " + std::to_string(size)), "PNG", 80));
+      add(row, " at " + std::to_string(size), image, wholeModule(moduleWidth(size, dots)));
     }
   }
   expectEachIsRead(5);
 }
 
 TEST_F(BarcodeScan, TheSavedPngAtTheSmallestAndAtUsualSizes) {
-  for (const Case& row : kCases) {
+  for (const Typed& row : kCases) {
     for (const int size : {6, 12, 36}) {
       fill(row, size);
-      const QString png = add(row, " at " + std::to_string(size));
-      questions.newFiles = {fromQt(png)};
+      questions.newFiles = {scratch.text("saved.png")};
       click("cmdSaveImage");
-      const int module = wholeModule(moduleWidth(size, 300));
-      ASSERT_TRUE(readable(QImage(png), module).save(png));
+      add(row, " at " + std::to_string(size), QImage(file("saved.png")),
+          wholeModule(moduleWidth(size, 300)));
     }
   }
   expectEachIsRead(3);
 }
 
 TEST_F(BarcodeScan, TheSavedSvg) {
-  for (const Case& row : kCases) {
+  for (const Typed& row : kCases) {
     fill(row, 36);
-    const QString png = add(row, "");
-    const Text svg = scratch.text("drawing.svg");
-    questions.newFiles = {svg};
+    questions.newFiles = {scratch.text("drawing.svg")};
     click("cmdSaveImage");
-    QSvgRenderer drawing(toQt(svg));
+    QSvgRenderer drawing(file("drawing.svg"));
     ASSERT_TRUE(drawing.isValid());
-    QImage image(drawing.viewBox().size() / 5, QImage::Format_Grayscale8);
+    constexpr int kModule = 3;
+    const int module = wholeModule(moduleWidth(36, 720));
+    QImage image(drawing.viewBox().size() * kModule / module, QImage::Format_Grayscale8);
     QPainter painter(&image);
     drawing.render(&painter);
     painter.end();
-    ASSERT_TRUE(image.save(png));
+    add(row, "", image, kModule);
   }
   expectEachIsRead(1);
 }
 
 TEST_F(BarcodeScan, ThePrintedPage) {
-  for (const Case& row : kCases) {
+  constexpr int kDotsPerInch = 200;
+  for (const Typed& row : kCases) {
     fill(row, 36);
-    const QString png = add(row, "");
-    printed = QString::fromStdString(scratch.path("page.pdf"));
-    click("cmdPrint");
-    ASSERT_TRUE(questions.boxes.empty());
-    const QString stem = png.chopped(4);
-    ASSERT_EQ(QProcess::execute(
-                  QStringLiteral("pdftoppm"),
-                  {QStringLiteral("-png"), QStringLiteral("-gray"), QStringLiteral("-singlefile"),
-                   QStringLiteral("-H"), QStringLiteral("500"), QStringLiteral("-r"),
-                   QStringLiteral("200"), printed, stem}),
-              0);
+    add(row, "", printedPage(kDotsPerInch), wholeModule(moduleWidth(36, kDotsPerInch)));
   }
   expectEachIsRead(1);
 }
