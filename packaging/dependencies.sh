@@ -25,6 +25,9 @@ testing_packages=(
   dosfstools exfatprogs exfat-fuse desktop-file-utils appstream man-db lintian
   clang 'libclang-rt-dev|libclang-rt-14-dev')
 
+# The program for Windows, cross-compiled and run under Wine.
+windows_packages=(g++-mingw-w64-x86-64-posix googletest wine64 wine)
+
 full_testing_packages=(clang-tidy clang-format)
 
 # Asks the package database once: a question for each package would cost seconds.

@@ -12,10 +12,11 @@ Failure makeSubFolders(const Text& path) {
   const Text whole = AjouterAntislash(path);
   std::size_t end = whole.find(nativeSeparator());
   for (; end != Text::npos; end = whole.find(nativeSeparator(), end + 1)) {
-    const Text prefix = whole.substr(0, end);
+    const std::filesystem::path prefix = toPath(whole.substr(0, end));
     std::error_code error;
-    if (prefix.empty() || std::filesystem::is_directory(toPath(prefix), error)) continue;
-    std::filesystem::create_directory(toPath(prefix), error);
+    // A drive or a server cannot be made, and some systems do not call it a folder.
+    if (!prefix.has_relative_path() || std::filesystem::is_directory(prefix, error)) continue;
+    std::filesystem::create_directory(prefix, error);
     if (error) return failureFromErrno(error.default_error_condition().value());
   }
   return {};
