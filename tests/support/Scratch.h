@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "text/Paths.h"
+#include "text/Utf.h"
 
 inline void writeBytes(const Text& path, std::string_view bytes) {
   std::ofstream(toPath(path), std::ios::binary) << bytes;
@@ -39,7 +40,7 @@ class Scratch {
   Scratch& operator=(const Scratch&) = delete;
 
   // The folder, or what is called `name` in it: for the file system, and as the program carries it.
-  std::string path(std::string_view name = {}) const { return place(name).string(); }
+  std::string path(std::string_view name = {}) const { return toUtf8Lossless(text(name)); }
   Text text(std::string_view name = {}) const { return fromPath(place(name)); }
 
   // Writes a file, and the folders above it where there are none.
@@ -78,7 +79,7 @@ class Scratch {
   }
 
   std::filesystem::path place(std::string_view name) const {
-    return name.empty() ? root_ : (root_ / name).make_preferred();
+    return name.empty() ? root_ : (root_ / toPath(fromUtf8Lossless(name))).make_preferred();
   }
 
   std::filesystem::path root_;

@@ -37,8 +37,7 @@ Failure checkTarget(const CopyPlace& target, const std::optional<FileState>& exp
                     std::optional<DWORD>& attributes) {
   const Handle file = openForALook(target.path(), FILE_FLAG_OPEN_REPARSE_POINT);
   if (!file.isOpen()) {
-    if (::GetLastError() != ERROR_FILE_NOT_FOUND) return lastFailure();
-    return expected ? failures::changedSinceCompared() : Failure();
+    return ::GetLastError() == ERROR_FILE_NOT_FOUND ? Failure() : lastFailure();
   }
   const std::optional<FileDetails> found = detailsOf(file.get());
   if (!found) return lastFailure();

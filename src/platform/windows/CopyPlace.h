@@ -24,7 +24,8 @@ Failure followLink(CopyPlace& place);
 // Opens a regular file for reading.
 Failure openSource(const CopyPlace& place, Handle& file, FileDetails& details);
 
-// Whether what stands at the target is what was compared. `attributes` are set when something does.
+// Whether what stands at the target is what was compared, or nothing. `attributes` are set when
+// something stands there.
 Failure checkTarget(const CopyPlace& target, const std::optional<FileState>& expected,
                     std::optional<DWORD>& attributes);
 

@@ -81,12 +81,14 @@ struct FileCopyBatch::State {
   std::wstring hiddenPrefix = hiddenCopyPrefix();
   std::uint64_t counter = 0;
 
-  Failure find(const FileCopyJob& job, Staged& staged) const;
-  Failure write(Staged& staged, const FileCopyJob& job, const GoOn& goOn, bool& stopped);
+  Failure find(const FileCopyJob& job, Staged& staged, std::optional<DWORD>& oldAttributes) const;
+  Failure write(Staged& staged, const FileCopyJob& job, bool overFile, const GoOn& goOn,
+                bool& stopped);
 };
 
-// Both ends of the copy, as long as the target is as it was.
-Failure FileCopyBatch::State::find(const FileCopyJob& job, Staged& found) const {
+// Both ends of the copy, as long as nothing else stands at the target than what was compared.
+Failure FileCopyBatch::State::find(const FileCopyJob& job, Staged& found,
+                                   std::optional<DWORD>& oldAttributes) const {
   DWORD error = 0;
   found.source = {from.root().folder(parentOf(job.from), error), NativeName(baseOf(job.from))};
   if (!found.source.folder) return failureFromSystem(error);
@@ -96,18 +98,16 @@ Failure FileCopyBatch::State::find(const FileCopyJob& job, Staged& found) const 
   if (job.toState && isLinkAt(found.target)) {
     if (Failure failure = followLink(found.target)) return failure;
   }
-  std::optional<DWORD> attributes;
-  return checkTarget(found.target, job.toState, attributes);
+  return checkTarget(found.target, job.toState, oldAttributes);
 }
 
-Failure FileCopyBatch::State::write(Staged& file, const FileCopyJob& job, const GoOn& goOn,
-                                    bool& stopped) {
+Failure FileCopyBatch::State::write(Staged& file, const FileCopyJob& job, bool overFile,
+                                    const GoOn& goOn, bool& stopped) {
   Handle source;
   if (Failure failure = openSource(file.source, source, file.sourceDetails)) return failure;
   const FileVersion& version = file.sourceDetails.version;
-  if (unixSeconds(version.modified) < job.fromState.modified) {
-    return failures::changedSinceCompared();
-  }
+  const bool becameOlder = unixSeconds(version.modified) < job.fromState.modified;
+  if (becameOlder && overFile) return failures::changedSinceCompared();
   if (Failure failure = createHidden(file, hiddenPrefix, counter)) return failure;
   if (Failure failure = copyBytes(source.get(), file.file.get(), version.size, goOn, stopped)) {
     return failure;
@@ -129,8 +129,10 @@ Failure FileCopyBatch::add(const FileCopyJob& job, std::size_t ticket, const GoO
   stopped = false;
   auto file = std::make_unique<Staged>();
   file->ticket = ticket;
-  if (Failure failure = state_->find(job, *file)) return failure;
-  if (Failure failure = state_->write(*file, job, goOn, stopped)) return failure;
+  std::optional<DWORD> oldAttributes;
+  if (Failure failure = state_->find(job, *file, oldAttributes)) return failure;
+  const bool overFile = oldAttributes.has_value();
+  if (Failure failure = state_->write(*file, job, overFile, goOn, stopped)) return failure;
   if (stopped) return {};
   state_->bytes += file->sourceDetails.version.size;
   state_->staged.push_back(std::move(file));
@@ -151,11 +153,8 @@ Failure putInPlace(Staged& file) {
   const std::optional<FileDetails> now = source.isOpen() ? detailsOf(source.get()) : std::nullopt;
   if (!now) return lastFailure();
   if (now->version != file.sourceDetails.version) return failures::changingFile();
-  // Where nothing may stand, the renaming itself looks.
   std::optional<DWORD> attributes;
-  if (file.targetState) {
-    if (Failure failure = checkTarget(file.target, file.targetState, attributes)) return failure;
-  }
+  if (Failure failure = checkTarget(file.target, file.targetState, attributes)) return failure;
   if (!file.file.close()) return lastFailure();
   if (Failure failure = renameTo(file.target, file.hiddenPath, attributes)) return failure;
   file.hiddenPath.clear();

@@ -144,6 +144,12 @@ Failure FolderTree::open(const Text& root, bool* missing) {
   return failureFromSystem(error);
 }
 
+std::uint64_t FolderTree::fileSystem() const {
+  const std::optional<FileDetails> details =
+      root_->top ? detailsOf(root_->top->handle.get()) : std::nullopt;
+  return details ? details->version.volume : 0;
+}
+
 Failure FolderTree::read(NativeView relative, const Wants& wants, const Visit& visit) const {
   DWORD error = 0;
   const Folder folder = root_->folder(relative, error);

@@ -4,8 +4,10 @@
 #include "platform/ProgramFolder.h"
 #include "setup/FolderUpdate.h"
 #include "setup/InstalledFiles.h"
-#include "support/Mounted.h"
 #include "support/Processes.h"
+#ifndef TAVROLLO_WITHOUT_POSIX
+#include "support/Mounted.h"
+#endif
 
 namespace {
 
@@ -118,6 +120,7 @@ TEST_F(FolderUpdateTest, WhatTheTemplateHasNoLongerStays) {
   EXPECT_EQ(home("nav/user_datas/exemple.txt"), "example 1");
 }
 
+#ifndef TAVROLLO_WITHOUT_POSIX  // it makes a link
 TEST_F(FolderUpdateTest, ALinkOfTheUsersStaysAndItsTargetToo) {
   scratch.write("elsewhere.html", "page 1");
   fs::remove(scratch.path("home/nav/index.html"));
@@ -127,6 +130,7 @@ TEST_F(FolderUpdateTest, ALinkOfTheUsersStaysAndItsTargetToo) {
   EXPECT_EQ(scratch.read("elsewhere.html"), "page 1");
   EXPECT_TRUE(fs::is_symlink(scratch.path("home/nav/index.html")));
 }
+#endif
 
 // Its first line is rewritten whenever the page gives another key.
 TEST_F(FolderUpdateTest, TheKeyOfThePageStaysAndTheRestIsReplaced) {
@@ -198,6 +202,7 @@ TEST_F(FolderUpdateTest, AFolderInTheWayOfAFileIsKept) {
   EXPECT_TRUE(fs::is_directory(scratch.path("home/nav/new.html")));
 }
 
+#ifndef TAVROLLO_WITHOUT_POSIX  // they close folders and mount a disk
 TEST_F(FolderUpdateTest, AFolderThatTakesNoFilesStaysAsItIs) {
   scratch.write("template/nav/index.html", "page 2");
   ::chmod(scratch.path().c_str(), 0755);
@@ -250,6 +255,7 @@ TEST(FolderUpdateOnAFullDisk, LeavesTheOldFileWholeAndNothingBesideIt) {
   EXPECT_EQ(then.replaced, Paths{u"nav/index.html"});
   EXPECT_EQ(then.arrived, Paths{u"nav/new.html"});
 }
+#endif
 
 TEST_F(FolderUpdateTest, WithoutATemplateOrWithoutPagesNothingIsDone) {
   scratch.write("template/nav/index.html", "page 2");

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "setup/SelfCheck.h"
+#include "text/Paths.h"
 
 namespace {
 
@@ -133,7 +134,7 @@ TEST(SelfCheck, EachFaultIsToldWithTheSentenceThatMendsIt) {
     fault.breakIt(facts);
     const Finding finding = about(facts, fault.subject);
     EXPECT_EQ(finding.verdict, Verdict::Mend);
-    EXPECT_EQ(finding.detail, fault.detail);
+    EXPECT_EQ(withSeparator(finding.detail, u'/'), fault.detail);
     EXPECT_TRUE(finding.mend.starts_with(fault.mendBegins));
     EXPECT_TRUE(finding.mend.ends_with(u".")) << "a sentence";
     const std::vector<Finding> all = findings(facts);

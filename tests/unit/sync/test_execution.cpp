@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
+#ifndef TAVROLLO_WITHOUT_POSIX
 #include <sys/resource.h>
+#endif
 
 #include "SyncSupport.h"
 #include "platform/FileCopy.h"
@@ -124,7 +126,9 @@ TEST_F(ExecutionTest, TheProgressIsToldEachRowAndItsBytes) {
     if (call.second == 0) rowsBegun.push_back(call);
   }
   EXPECT_EQ(rowsBegun, (Calls{{0, 0}, {1, 0}, {2, 0}}));
+#ifndef TAVROLLO_WITHOUT_POSIX  // there, a quick flush is over before anybody waits
   EXPECT_GE(progress.waits, 4) << "two flushes on each side";
+#endif
 }
 
 TEST_F(ExecutionTest, TheProgressStopsTheWorkAndWhatIsCopiedStays) {
@@ -213,6 +217,7 @@ TEST_F(ExecutionTest, WithNothingToCopyNoFolderIsMade) {
   EXPECT_EQ(backup.entries(), 0u);
 }
 
+#ifndef TAVROLLO_WITHOUT_POSIX  // there, a folder that is open cannot be removed
 TEST_F(ExecutionTest, AFolderThatIsRemovedBetweenTwoOfItsFilesIsMadeAnew) {
   source.write("d/a", "1");
   source.write("d/b", "2");
@@ -227,6 +232,7 @@ TEST_F(ExecutionTest, AFolderThatIsRemovedBetweenTwoOfItsFilesIsMadeAnew) {
   EXPECT_EQ(synchronise().notCopied.size(), 0u);
   EXPECT_EQ(differencesOf(source, backup), Lines{});
 }
+#endif
 
 TEST_F(ExecutionTest, WhatAClockThatWasSetBackMakesLookOldIsNotOverwritten) {
   setTime(source.write("a", "mine"), kNew);
