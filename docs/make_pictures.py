@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Makes the pictures of docs/images/ from the real program in a real desktop:
-docs/make_pictures.py [--build FOLDER] [--scale N]. With a scale of 2 they show how everything
-looks on a fine screen; the committed ones are made with 1."""
+"""Makes the pictures of docs/images/ from the real program in a real desktop, and those of the help
+page from them: docs/make_pictures.py [--build FOLDER] [--scale N]. With a scale of 2 they show how
+everything looks on a fine screen; the committed ones are made with 1."""
 
 import argparse
 import os
@@ -346,6 +346,17 @@ def take(stage, folder, scale):
     pictures.page("init-cookie", "res_css/htm/init_cookie.html")
 
 
+def make_help_pictures(folder):
+    """The help page shows windows without the desktop around them, and the menu alone."""
+    target = os.path.join(here, "..", "nav", "res_css", "img", "aide")
+    around = ["-fuzz", "2%", "-trim"]
+    for name, crop in (("settings-browser", around), ("settings-shortcuts", around),
+                       ("synchro-compared", around), ("barcode-ean13", around),
+                       ("menu", ["-gravity", "southeast", "-crop", "176x199+0+0"])):
+        subprocess.run(["convert", os.path.join(folder, name + ".png"), *crop, "+repage", "-strip",
+                        os.path.join(target, name + ".png")], check=True)
+
+
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--build", default="build/release")
@@ -357,6 +368,8 @@ def main():
     screen = f"{1280 * asked.scale}x{900 * asked.scale}x24"
     with Stage(asked.build, interval=600, preferences=preferences, screen=screen) as stage:
         take(stage, asked.folder, asked.scale)
+    if asked.scale == 1:
+        make_help_pictures(asked.folder)
 
 
 if __name__ == "__main__":
