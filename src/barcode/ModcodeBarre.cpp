@@ -31,7 +31,7 @@ void appendAddOn(Text& text, TextView addOn) {
 
 template <std::size_t Size>
 Text encodeEan(void (*append)(Text&, TextView), TextView source, TextView addOn) {
-  if (source.size() > Size) addOn = source.substr(Size, kAddOnDigits);
+  if (source.size() > Size) addOn = source.substr(Size);
   const auto filled = zeroFilled<Size>(source.substr(0, Size));
   Text text;
   text.reserve(kLongestEan);

@@ -174,7 +174,8 @@ void SymbolView::paintEvent(QPaintEvent*) {
   constexpr int kMargin = 8;
   painter.setPen(Qt::black);
   painter.drawText(viewport()->rect().adjusted(kMargin, kMargin, -kMargin, -kMargin),
-                   Qt::AlignCenter | Qt::TextWordWrap, toQt(failures::missingFont(font_->family()).description));
+                   Qt::AlignCenter | Qt::TextWordWrap,
+                   toQt(failures::missingFont(font_->family()).description));
 }
 
 void SymbolView::paintSymbol(QPainter& painter) const {

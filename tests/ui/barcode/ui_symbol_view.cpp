@@ -77,6 +77,18 @@ TEST_F(SymbolViewMouse, AClickWithTheShiftKeyExtendsTheSelection) {
   EXPECT_EQ(view.selectedText(), u"");
 }
 
+TEST_F(SymbolViewMouse, TheNearerEndOfACharacterIsTaken) {
+  const int width = (place(3) - place(2)).x();
+  const auto clickInside = [&](int across) {
+    click(Qt::LeftButton, 1);
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::ShiftModifier,
+                      place(3) + QPoint(across, 0));
+    return view.selectedText();
+  };
+  EXPECT_EQ(clickInside(width / 2 - 3), u"AB");
+  EXPECT_EQ(clickInside(width / 2 + 1), u"ABC");
+}
+
 TEST_F(SymbolViewMouse, OtherButtonsLeaveTheSelectionAsItIs) {
   view.selectAll();
   click(Qt::RightButton, 2);
