@@ -8,7 +8,6 @@
 building_packages=(
   cmake ninja-build g++ pkg-config
   qt6-base-dev 'qt6-svg-dev|libqt6svg6-dev' libxcb1-dev
-  libgtest-dev libgmock-dev
   python3-fonttools)
 
 running_packages=(
@@ -20,7 +19,7 @@ demonstration_packages=(
   x11-utils fonts-dejavu-core)
 
 testing_packages=(
-  xauth strace libsqlite3-dev dbus-daemon x11-utils nodejs
+  libgtest-dev libgmock-dev libsqlite3-dev xauth strace dbus-daemon x11-utils nodejs
   python3-pil zbar-tools 'libzxing-dev|libzxingcore-dev' poppler-utils fontconfig
   dosfstools exfatprogs exfat-fuse desktop-file-utils appstream man-db lintian
   clang 'libclang-rt-dev|libclang-rt-14-dev')
