@@ -144,6 +144,7 @@ TEST_F(LinuxShellTest, WhatIsNotThereFailsAtOnceWithItsReason) {
 }
 
 TEST_F(LinuxShellTest, AFolderThatMayNotBeEnteredIsTheReason) {
+  std::filesystem::permissions(scratch.path(), std::filesystem::perms::none);
   const int outcome = inChildWithoutRights([this] {
     const Failure denied{70, u"Permission refusée : " + scratch.text("a.txt")};
     return execute(scratch.text("a.txt")) == denied ? 0 : 1;
