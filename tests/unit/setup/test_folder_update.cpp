@@ -159,7 +159,8 @@ TEST_F(FolderUpdateTest, WithoutANoteWhatDiffersStaysAndWhatIsMissingArrives) {
   EXPECT_EQ(done.arrived, Paths{u"readme.txt"});
   EXPECT_EQ(home("nav/index.html"), "page 1");
   // What was equal is noted again.
-  fs::remove(scratch.path("template/nav/res_css/js/a.js"));  // which is read-only
+  fs::permissions(scratch.path("template/nav/res_css/js/a.js"), fs::perms::owner_write,
+                  fs::perm_options::add);
   scratch.write("template/nav/res_css/js/a.js", "script 2");
   EXPECT_EQ(update().replaced, Paths{u"nav/res_css/js/a.js"});
 }
