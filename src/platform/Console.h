@@ -15,6 +15,7 @@ std::vector<std::string> commandArguments(int count, char** arguments);
 class ConsoleStreams {
  public:
   ConsoleStreams();
+  // NOLINTNEXTLINE(performance-trivially-destructible): only where there is nothing to undo
   ~ConsoleStreams();
   ConsoleStreams(const ConsoleStreams&) = delete;
   ConsoleStreams& operator=(const ConsoleStreams&) = delete;
