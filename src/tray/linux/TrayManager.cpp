@@ -62,6 +62,8 @@ bool x11TrayStands() {
 
 bool trayManagerStands() { return statusNotifierHostStands() || x11TrayStands(); }
 
+void menuPoppedUp(QWidget& /*menu*/) {}
+
 void announceTrays(QObject* listener) {
   QDBusConnection bus = QDBusConnection::sessionBus();
   if (!bus.isConnected()) return;
