@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <QApplication>
-#include <QIcon>
 #include <algorithm>
 #include <cstdlib>
 #include <iostream>
@@ -22,6 +21,7 @@
 #include "text/Split.h"
 #include "text/Utf.h"
 #include "tray/Launchers.h"
+#include "windows/qt/Assets.h"
 
 namespace {
 
@@ -124,7 +124,7 @@ int main(int argc, char** argv) {
   QApplication::setApplicationName(QStringLiteral("Tavrollo"));
   QApplication::setApplicationVersion(QString::fromLatin1(kVersionText));
   QApplication::setDesktopFileName(QStringLiteral("tavrollo"));
-  QApplication::setWindowIcon(QIcon(QStringLiteral(":/tavrollo/tavrollo.svg")));
+  QApplication::setWindowIcon(programIcon());
   QApplication::setQuitOnLastWindowClosed(false);
 
   const std::optional<Options> options = parseOptions(ownArguments(argc, argv));
