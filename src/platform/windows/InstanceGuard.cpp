@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <charconv>
 #include <string>
 
 #include "platform/Files.h"
+#include "platform/InstanceFile.h"
 #include "platform/System.h"
 #include "platform/windows/Handle.h"
 #include "platform/windows/Wide.h"
@@ -42,17 +42,6 @@ bool isHeld(const std::wstring& path) {
   return !file.isOpen() && ::GetLastError() == ERROR_SHARING_VIOLATION;
 }
 
-// What a holder leaves: its process and its program folder, one a line.
-RunningInstance parseHolder(std::string_view bytes) {
-  RunningInstance holder;
-  const std::size_t end = bytes.find('\n');
-  if (end == std::string_view::npos || !bytes.ends_with('\n')) return holder;
-  std::from_chars(bytes.data(), bytes.data() + end, holder.processId);
-  bytes.remove_suffix(1);
-  if (end < bytes.size()) holder.programFolder = fromUtf8Lossless(bytes.substr(end + 1));
-  return holder;
-}
-
 }  // namespace
 
 struct InstanceGuard::Lock {
@@ -71,7 +60,7 @@ bool InstanceGuard::acquire(const Text& programFolder) {
   if (!file.isOpen()) return ::GetLastError() != ERROR_SHARING_VIOLATION;
 
   const std::string holder =
-      std::to_string(::GetCurrentProcessId()) + "\n" + toUtf8Lossless(programFolder) + "\n";
+      instanceFileText({static_cast<int>(::GetCurrentProcessId()), programFolder});
   DWORD written = 0;
   // The lock holds without it; only a relaunch will not know us.
   ::WriteFile(file.get(), holder.data(), static_cast<DWORD>(holder.size()), &written, nullptr);
@@ -86,5 +75,5 @@ std::optional<RunningInstance> runningInstance() {
   // What stands there was written by the holder: taking the lock empties the file.
   std::string bytes;
   if (readFile(path, bytes)) return RunningInstance{};
-  return parseHolder(bytes);
+  return parseInstanceFile(bytes);
 }
