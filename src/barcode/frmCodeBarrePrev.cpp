@@ -98,12 +98,13 @@ void frmCodeBarrePrev::OptType_Click(int index) {
 }
 
 void frmCodeBarrePrev::txtSource_Change() {
-  Text result;
+  const QString source = ui_->txtSource->text();
+  const QString addOn = ui_->TxtAdd->text();
+  result_.clear();
   guardedly(u"fonction CodeBar()", [&] {
-    result = to_.encode(type_, fromQt(ui_->txtSource->text()), fromQt(ui_->TxtAdd->text()),
-                        ui_->chkKey25i->isChecked());
+    to_.encode(result_, type_, viewOf(source), viewOf(addOn), ui_->chkKey25i->isChecked());
   });
-  ui_->txtCBar->setText(toQt(result));
+  ui_->txtCBar->setText(toQt(result_));
   ui_->rtbCBar->setText(fromQt(ui_->txtCBar->text()));
   const bool hasSymbol = !symbol(ui_->rtbCBar->text()).isEmpty();
   ui_->cmdSaveImage->setEnabled(hasSymbol);

@@ -53,7 +53,7 @@ void frmTest::Form_Load() {
   } else {
     table = readTestTable(bytes, to_.locale);
   }
-  if (table.freeId) to_.shortcuts.raiseFreeId(*table.freeId);
+  if (table.freeId) to_.shortcuts.setFreeId(*table.freeId);
   for (const Shortcut& row : table.rows) {
     const int at = grid.rowCount();
     grid.insertRow(at);

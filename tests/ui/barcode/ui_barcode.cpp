@@ -78,30 +78,30 @@ class Barcode : public testing::Test {
   QMarginsF margins{1.5, 1.5, 1.5, 1.5};
   QRectF printable;  // in points
 
-  frmCodeBarrePrev window{
-      {.programFolder = programFolder,
-       .locale = locale,
-       .shell = shell,
-       .questions = questions,
-       .fontPage = [] { return Text(u"/nav/aide.html"); },
-       .encode =
-           [this](std::uint8_t type, TextView source, TextView addOn, bool withCheck) {
-             encoded = {type, Text(source), Text(addOn), withCheck};
-             if (encoderFails) throw std::overflow_error("Dépassement");
-             return ModcodeBarre::CodeBar(type, source, addOn, withCheck);
-           }},
-      [this](QPrinter& printer, bool hasSelection) {
-        selectionsOffered.push_back(hasSelection);
-        printer.setOutputFormat(QPrinter::PdfFormat);
-        printer.setOutputFileName(toQt(scratch.text("page.pdf")));
-        if (printsSelection) printer.setPrintRange(QPrinter::Selection);
-        if (paper.isValid()) {
-          printer.setPageSize(QPageSize(paper, QPageSize::Millimeter));
-          printer.setPageMargins(margins, QPageLayout::Millimeter);
-        }
-        printable = printer.pageLayout().paintRect(QPageLayout::Point);
-        return !cancelsPrinting;
-      }};
+  frmCodeBarrePrev window{{.programFolder = programFolder,
+                           .locale = locale,
+                           .shell = shell,
+                           .questions = questions,
+                           .fontPage = [] { return Text(u"/nav/aide.html"); },
+                           .encode =
+                               [this](Text& result, std::uint8_t type, TextView source,
+                                      TextView addOn, bool withCheck) {
+                                 encoded = {type, Text(source), Text(addOn), withCheck};
+                                 if (encoderFails) throw std::overflow_error("Dépassement");
+                                 ModcodeBarre::CodeBarInto(result, type, source, addOn, withCheck);
+                               }},
+                          [this](QPrinter& printer, bool hasSelection) {
+                            selectionsOffered.push_back(hasSelection);
+                            printer.setOutputFormat(QPrinter::PdfFormat);
+                            printer.setOutputFileName(toQt(scratch.text("page.pdf")));
+                            if (printsSelection) printer.setPrintRange(QPrinter::Selection);
+                            if (paper.isValid()) {
+                              printer.setPageSize(QPageSize(paper, QPageSize::Millimeter));
+                              printer.setPageMargins(margins, QPageLayout::Millimeter);
+                            }
+                            printable = printer.pageLayout().paintRect(QPageLayout::Point);
+                            return !cancelsPrinting;
+                          }};
 };
 
 }  // namespace
