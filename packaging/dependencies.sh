@@ -21,13 +21,13 @@ demonstration_packages=(
 testing_packages=(
   libgtest-dev libgmock-dev libsqlite3-dev xauth strace dbus-daemon x11-utils nodejs
   python3-pil zbar-tools 'libzxing-dev|libzxingcore-dev' poppler-utils fontconfig
-  dosfstools exfatprogs exfat-fuse desktop-file-utils appstream man-db lintian
+  dosfstools exfatprogs exfat-fuse btrfs-progs xfsprogs desktop-file-utils appstream man-db lintian
   clang 'libclang-rt-dev|libclang-rt-14-dev')
 
 # The program for Windows, cross-compiled and run under Wine.
 windows_packages=(g++-mingw-w64-x86-64-posix googletest wine64 wine)
 
-full_testing_packages=(clang-tidy clang-format)
+full_testing_packages=(clang-tidy clang-format user-mode-linux kmod)
 
 # Asks the package database once: a question for each package would cost seconds.
 declare -A installed_packages=()

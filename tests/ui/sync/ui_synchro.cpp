@@ -4,7 +4,6 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QHeaderView>
-#include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
@@ -12,12 +11,10 @@
 #include <QSignalSpy>
 #include <QTableView>
 #include <QTimer>
-#include <QToolTip>
 #include <QWheelEvent>
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
-#include <set>
 
 #include "config/ConfigFile.h"
 #include "platform/qt/QtText.h"
@@ -26,8 +23,6 @@
 #include "sync/SyncTexts.h"
 #include "sync/frmSynchro.h"
 #include "sync/qt/DefilerGrille.h"
-#include "sync/qt/DifferenceGridView.h"
-#include "sync/qt/PathLabel.h"
 #include "sync/qt/modControlBox.h"
 #include "ui/UiMain.h"
 
@@ -177,6 +172,11 @@ TEST_F(Synchro, OpensWithItsTexts) {
             QStringLiteral("Filtre : exemple *.doc (* est le jocker) défaut : *.*"));
   EXPECT_FALSE(find<QAbstractButton>("cmdPath").icon().isNull());
   EXPECT_FALSE(find<QAbstractButton>("cmdOpen").icon().isNull());
+  const QImage ours = find<QLabel>("Picture1_2").pixmap(Qt::ReturnByValue).toImage();
+  const QImage theirs = find<QLabel>("Picture1_3").pixmap(Qt::ReturnByValue).toImage();
+  EXPECT_FALSE(ours.isNull());
+  EXPECT_FALSE(theirs.isNull());
+  EXPECT_NE(ours, theirs);
 }
 
 TEST_F(Synchro, BeforeItsLoadThePathIsTheDrawnOne) {
@@ -421,6 +421,14 @@ TEST_F(Synchro, OpensTheBackupFolder) {
   EXPECT_EQ(journal, Journal{"start explorer " + scratch.path("stick") + "/"});
 }
 
+TEST_F(Synchro, TheFolderThatWasChosenIsOpenedAndNotTheTypedOne) {
+  scratch.makeFolders("autre");
+  open();
+  path().setText(toQt(scratch.text("autre")));
+  click("cmdOpen");
+  EXPECT_EQ(journal, Journal{"start explorer " + scratch.path("stick") + "/"});
+}
+
 TEST_F(Synchro, ABackupFolderThatIsGoneIsNotOpened) {
   open();
   std::filesystem::remove(scratch.path("stick"));
@@ -536,6 +544,18 @@ TEST_F(Synchro, AMissingBackupIsToldAndItsSideIsEmpty) {
   EXPECT_EQ(label("labNbre_2"), "Résultat : fichier(s) trouvé(s)");
 }
 
+TEST_F(Synchro, OfAMissingBackupNothingIsShownFromTheComparisonBefore) {
+  scratch.write("stick/docs/a", "1");
+  open();
+  click("cmdCompare");
+  EXPECT_EQ(label("labDir_2"), scratch.path("stick/docs") + "/");
+  path().setText(toQt(scratch.text("absent")));
+  questions.answers = {Answer::Ok};
+  click("cmdCompare");
+  EXPECT_EQ(label("labDir_2"), scratch.path("absent") + "/");
+  EXPECT_EQ(label("labNbre_2"), "Résultat : fichier(s) trouvé(s)");
+}
+
 TEST_F(Synchro, ABackupAmongTheUsersFilesIsRefused) {
   writeFourKinds();
   open();
@@ -595,12 +615,15 @@ TEST_F(Synchro, WhileItListsFolderAndCountAreShown) {
   scratch.write("nav/user_datas/a", "1");
   open();
   click("cmdCompare");
-  std::vector<std::pair<std::string, std::string>> shown;
-  whilePumping = [&] { shown.emplace_back(label("labDir_1"), label("labNbre_1")); };
+  std::vector<Lines> shown;
+  whilePumping = [&] {
+    shown.push_back({label("labDir_1"), label("labNbre_1"), label("labDir_2"), label("labNbre_2")});
+  };
   click("cmdCompare");
   ASSERT_FALSE(shown.empty());
-  EXPECT_EQ(shown.front().first, scratch.path("nav/user_datas") + "/");
-  EXPECT_EQ(shown.front().second, "Résultat : 0 fichier trouvé");
+  EXPECT_EQ(shown.front(),
+            (Lines{scratch.path("nav/user_datas") + "/", "Résultat : 0 fichier trouvé", "",
+                   "Résultat : fichier(s) trouvé(s)"}));
 }
 
 TEST_F(Synchro, WhatCouldNotBeAskedIsCountedInTheWindow) {
@@ -671,6 +694,59 @@ TEST_F(Synchro, ARestoredShortcutTableIsReadAgain) {
   click("cmdSynchro");
   EXPECT_EQ(scratch.read("nav/res_css/js/shortQrCode.js"), "from the backup");
   EXPECT_EQ(journal, Journal{"read again"});
+}
+
+TEST_F(Synchro, APathThatIsTypedAfterTheComparisonIsForTheNextOne) {
+  scratch.write("nav/user_datas/a", "1");
+  scratch.makeFolders("autre");
+  open();
+  click("cmdCompare");
+  path().setText(toQt(scratch.text("autre")));
+  click("cmdSynchro");
+  EXPECT_EQ(scratch.read("stick/a"), "1");
+  EXPECT_TRUE(scratch.namesIn("autre").empty());
+  EXPECT_EQ(rows(), (Lines{"0|a|", "0|shortQrCode.js|"}));
+  EXPECT_EQ(label("labDir_2"), scratch.path("autre") + "/");
+}
+
+TEST_F(Synchro, WhatChangedInTheBackupSinceTheComparisonIsLeftAndTold) {
+  scratch.write("nav/user_datas/a", "ours");
+  scratch.write("stick/a", "old");
+  age("stick/a");
+  open();
+  click("cmdCompare");
+  scratch.write("stick/a", "edited there");
+  click("cmdSynchro");
+  EXPECT_EQ(scratch.read("stick/a"), "edited there");
+  EXPECT_EQ(label("labReport"), toUtf8(copiedLine(1, 1)));
+  EXPECT_EQ(traced, (Lines{toUtf8(notCopiedLine(scratch.text("nav/user_datas/a"),
+                                                failures::changedSinceCompared())),
+                           toUtf8(copiedLine(1, 1))}));
+}
+
+TEST_F(Synchro, TheEndIsToldBeforeTheFoldersAreComparedAgain) {
+  scratch.write("nav/user_datas/a", "1");
+  open();
+  click("cmdCompare");
+  Lines told;
+  whilePumping = [&] {
+    if (!bar().isVisible()) told.push_back(label("labDir_0"));
+  };
+  click("cmdSynchro");
+  ASSERT_FALSE(told.empty());
+  for (const std::string& text : told) EXPECT_EQ(text, "Synchro terminée !");
+}
+
+TEST_F(Synchro, TheBarBeginsAnewWithEachRun) {
+  open();
+  for (const char* name : {"nav/user_datas/a", "nav/user_datas/b", "nav/user_datas/c"}) {
+    scratch.write(name, "1");
+    click("cmdCompare");
+    QSignalSpy moved(&bar(), &QProgressBar::valueChanged);
+    click("cmdSynchro");
+    ASSERT_FALSE(moved.empty());
+    EXPECT_EQ(moved.front()[0].toInt(), 0) << name;
+  }
 }
 
 TEST_F(Synchro, AFolderThatIsChosenDuringTheCopyIsTheOneOfTheNextComparison) {
@@ -789,60 +865,16 @@ TEST_F(Synchro, AWheelNotchMovesTheTableThreeRowsWhereverThePointerIs) {
   EXPECT_LT(firstRow(), 60);
 }
 
-TEST(DifferenceGrid, AHundredThousandRowsAreShownByMakingTheTextsOfThoseInView) {
-  Scratch scratch;
-  scratch.makeFolders("nav/user_datas");
-  scratch.makeFolders("stick");
-
-  struct CountingModel : QAbstractTableModel {
-    int rowCount(const QModelIndex& parent) const override {
-      return parent.isValid() ? 0 : 100'000;
-    }
-    int columnCount(const QModelIndex& parent) const override { return parent.isValid() ? 0 : 8; }
-    QVariant data(const QModelIndex& index, int role) const override {
-      if (role == Qt::DisplayRole) asked.insert(index.row());
-      return {};
-    }
-    mutable std::set<int> asked;
-  } model;
-  QTableView grid;
-  grid.setModel(&model);
-  setUpDifferenceGrid(grid, frenchLocale());
-  grid.resize(1000, 340);
-  grid.show();
-  ASSERT_TRUE(QTest::qWaitForWindowExposed(&grid));
-  grid.scrollToBottom();
-  ASSERT_TRUE(waitUntil([&] { return model.asked.count(99'999) == 1; }));
-  EXPECT_LT(model.asked.size(), 200u);
-}
-
-TEST(PathLabelTest, AWidePathKeepsItsTextAndItsWidth) {
-  PathLabel label;
-  label.resize(100, 20);
-  label.setText(QString(400, QLatin1Char('x')));
-  EXPECT_EQ(label.minimumSizeHint().width(), 0);
-  EXPECT_EQ(label.text().size(), 400);
-  const QImage image = label.grab().toImage();
-  EXPECT_EQ(image.size(), QSize(100, 20));
-}
-
-TEST(PathLabelTest, APathThatIsTooLongLosesItsMiddleAndHasAToolTip) {
-  PathLabel label;
-  label.resize(150, 20);
-  const auto toolTip = [&label] {
-    QHelpEvent event(QEvent::ToolTip, QPoint(5, 5), label.mapToGlobal(QPoint(5, 5)));
-    QCoreApplication::sendEvent(&label, &event);
-    return QToolTip::text();
-  };
-  label.show();
-  ASSERT_TRUE(QTest::qWaitForWindowExposed(&label));
-  const QString path = QStringLiteral("/un/chemin/plus/long/que/ce/qui/est/visible/ici/fin.txt");
-  label.setText(QStringLiteral("/court"));
-  EXPECT_EQ(toolTip(), QString()) << "nothing is left out";
-  label.setText(path);
-  EXPECT_EQ(toolTip(), path);
-  const QImage drawn = label.grab().toImage();
-  label.setText(label.fontMetrics().elidedText(path, Qt::ElideMiddle, 150));
-  EXPECT_TRUE(label.text().endsWith(QStringLiteral("fin.txt")));
-  EXPECT_EQ(label.grab().toImage(), drawn);
+TEST_F(Synchro, AWheelThatTurnsSidewaysMovesTheTableSideways) {
+  for (int i = 0; i < 60; ++i) scratch.write("nav/user_datas/f" + std::to_string(i), "");
+  open();
+  click("cmdCompare");
+  grid().setColumnWidth(1, 900);
+  QCoreApplication::processEvents();
+  QWidget& target = *grid().viewport();
+  QWheelEvent event(QPointF(5, 5), target.mapToGlobal(QPointF(5, 5)), {}, {-120, 0}, Qt::NoButton,
+                    Qt::NoModifier, Qt::NoScrollPhase, false);
+  QCoreApplication::sendEvent(&target, &event);
+  EXPECT_GT(grid().horizontalScrollBar()->value(), 0);
+  EXPECT_EQ(firstRow(), 0);
 }
