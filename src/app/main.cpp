@@ -15,11 +15,13 @@
 #include "platform/System.h"
 #include "platform/Version.h"
 #include "platform/qt/MessageBoxQuestions.h"
+#include "platform/qt/ScreenReaderRoles.h"
 #include "setup/FolderUpdate.h"
 #include "text/Paths.h"
 #include "text/Split.h"
 #include "text/Utf.h"
 #include "tray/Launchers.h"
+#include "windows/qt/LegiblePalette.h"
 
 namespace {
 
@@ -130,6 +132,8 @@ int main(int argc, char** argv) {
   QApplication::setDesktopFileName(QStringLiteral("tavrollo"));
   QApplication::setWindowIcon(QIcon(QStringLiteral(":/tavrollo/tavrollo.svg")));
   QApplication::setQuitOnLastWindowClosed(false);
+  tellScreenReaderRoles();
+  makePaletteLegible();
 
   const std::optional<Options> options = parseOptions({argv + 1, argv + argc});
   if (!options) {

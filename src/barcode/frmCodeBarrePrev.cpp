@@ -17,6 +17,7 @@
 #include "platform/Guarded.h"
 #include "platform/qt/Centre.h"
 #include "platform/qt/QtText.h"
+#include "platform/qt/ReturnKey.h"
 #include "ui_frmCodeBarrePrev.h"
 
 namespace {
@@ -30,6 +31,7 @@ frmCodeBarrePrev::frmCodeBarrePrev(BarcodeSurroundings surroundings, PrinterChoi
       CommonDialog1_(std::move(CommonDialog1)),
       ui_(std::make_unique<Ui::frmCodeBarrePrev>()) {
   ui_->setupUi(this);
+  pressWithReturn(*this);
   connectControls();
 }
 
@@ -83,6 +85,8 @@ void frmCodeBarrePrev::Form_Load() {
   ui_->OptType_2->setChecked(true);
   OptType_Click(kEan13Option);
   ui_->rtbCBar->setFontSize(kUsualFontSize);
+  ui_->txtSource
+      ->setFocus();  // what everybody begins with, though it is not the first in the order
 }
 
 void frmCodeBarrePrev::OptType_Click(int index) {
@@ -106,6 +110,7 @@ void frmCodeBarrePrev::txtSource_Change() {
   });
   ui_->txtCBar->setText(toQt(result_));
   ui_->rtbCBar->setText(fromQt(ui_->txtCBar->text()));
+  ui_->rtbCBar->setAccessibleDescription(ui_->txtCBar->text());
   const bool hasSymbol = !symbol(ui_->rtbCBar->text()).isEmpty();
   ui_->cmdSaveImage->setEnabled(hasSymbol);
   ui_->cmdCopyImage->setEnabled(hasSymbol);

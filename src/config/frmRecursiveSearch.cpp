@@ -11,11 +11,13 @@
 #include "platform/qt/Centre.h"
 #include "platform/qt/ClickHandler.h"
 #include "platform/qt/QtText.h"
+#include "platform/qt/ReturnKey.h"
 #include "ui_frmRecursiveSearch.h"
 
 frmRecursiveSearch::frmRecursiveSearch(SearchSurroundings surroundings)
     : to_(std::move(surroundings)), ui_(std::make_unique<Ui::frmRecursiveSearch>()) {
   ui_->setupUi(this);
+  pressWithReturn(*this);
   ui_->cmdClose->hide();  // until there is an outcome
   centre(*this);
 

@@ -10,6 +10,7 @@
 #include "platform/qt/Centre.h"
 #include "platform/qt/ClickHandler.h"
 #include "platform/qt/QtText.h"
+#include "platform/qt/ReturnKey.h"
 #include "sync/BackupFolder.h"
 #include "sync/SyncPaths.h"
 #include "sync/SyncTexts.h"
@@ -71,6 +72,7 @@ frmSynchro::frmSynchro(SynchroSurroundings surroundings)
       sync_(to_.questions, *this),
       model_(sync_, to_.locale) {
   ui_->setupUi(this);
+  pressWithReturn(*this);
   labDir_ = {ui_->labDir_0, ui_->labDir_1, ui_->labDir_2};
   labNbre_ = {nullptr, ui_->labNbre_1, ui_->labNbre_2};
   ui_->cmdPath->setIcon(imageOfKey(u"backup"));

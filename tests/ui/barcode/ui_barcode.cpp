@@ -421,23 +421,24 @@ TEST_F(Barcode, EscapeClosesItAndEnterDoesNothing) {
   EXPECT_EQ(shown("txtSource"), u"12");
 }
 
-TEST_F(Barcode, TheTabKeyGoesFromTheTextOverTheTypesToTheButtons) {
+TEST_F(Barcode, ItBeginsWithTheTextAndTheTabKeyGoesFromTheTypesDownToTheButtons) {
   open();
-  const char* const order[] = {"txtSource",
-                               "TxtAdd",
-                               "TxtSize",
-                               "OptType_2",
+  EXPECT_EQ(window.focusWidget(), &box("txtSource"));
+  const char* const order[] = {"OptType_2",
                                "CmdAideCodeBarre_0",
                                "CmdAideCodeBarre_1",
                                "CmdAideCodeBarre_2",
                                "CmdAideCodeBarre_3",
+                               "txtSource",
+                               "TxtAdd",
+                               "TxtSize",
                                "txtCBar",
                                "TxtFont",
                                "CmdAideCodeBarre_4",
                                "rtbCBar",
                                "cmdPrint",
                                "cmdExport"};
-  box("txtSource").setFocus();
+  widget("OptType_2").setFocus();
   for (const char* name : order) {
     EXPECT_EQ(window.focusWidget()->objectName(), QString::fromLatin1(name));
     QTest::keyClick(window.focusWidget(), Qt::Key_Tab);

@@ -231,7 +231,7 @@ TEST_F(Synchro, AMissingOrTooShortBackupFolderIsAskedForAtOnce) {
 
 TEST_F(Synchro, ControlsStandWhereTheyWereDrawn) {
   open();
-  EXPECT_EQ(window->size(), QSize(1025, 568));
+  EXPECT_EQ(window->size(), QSize(1021, 566));
   const Place places[] = {{"labNbre_2", 648, -1}, {"Picture1_1", 592, -1}, {"Picture1_3", 600, -1},
                           {"labDir_2", 600, -1},  {"cmdClose", 944, 528},  {"labIdem", 520, 536}};
   for (const Place& place : places) {
@@ -248,7 +248,7 @@ TEST_F(Synchro, ControlsStandWhereTheyWereDrawn) {
 TEST_F(Synchro, AWiderAndHigherWindowSharesWhatItGained) {
   open();
   const int date = grid().columnWidth(2);
-  window->resize(1025 + 100, 568 + 60);
+  window->resize(1021 + 100, 566 + 60);
   ASSERT_TRUE(waitUntil([&] { return grid().width() == 1109; }));
   const Place places[] = {{"labNbre_2", 698, -1}, {"Picture1_1", 642, -1}, {"Picture1_3", 650, -1},
                           {"labDir_2", 650, -1},  {"cmdClose", 1044, 588}, {"labIdem", 620, 596}};
@@ -264,7 +264,7 @@ TEST_F(Synchro, AWiderAndHigherWindowSharesWhatItGained) {
   EXPECT_EQ(grid().columnWidth(2), date);
   // What has no place of its own goes from edge to edge.
   for (const char* right : {"top", "Picture1_1", "Grid"}) {
-    EXPECT_EQ(find<QWidget>(right).geometry().right(), 1125 - 8 - 1) << right;
+    EXPECT_EQ(find<QWidget>(right).geometry().right(), 1121 - 6 - 1) << right;
   }
   EXPECT_EQ(find<QWidget>("Picture1_0").width(), find<QWidget>("Picture1_1").width());
   EXPECT_EQ(find<QWidget>("labDir_2").geometry().right(),
@@ -274,9 +274,9 @@ TEST_F(Synchro, AWiderAndHigherWindowSharesWhatItGained) {
 TEST_F(Synchro, TheWindowIsNeverSmallerThanItWasDrawn) {
   open();
   window->resize(400, 300);
-  EXPECT_EQ(window->size(), QSize(1025, 568));
+  EXPECT_EQ(window->size(), QSize(1021, 566));
   window->resize(400, 700);
-  EXPECT_EQ(window->width(), 1025);
+  EXPECT_EQ(window->width(), 1021);
 }
 
 TEST_F(Synchro, TheGridHasItsHeadingsAndWidths) {
