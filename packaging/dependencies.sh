@@ -27,6 +27,9 @@ testing_packages=(
 # The program for Windows, cross-compiled and run under Wine.
 windows_packages=(g++-mingw-w64-x86-64-posix googletest wine64 wine)
 
+# The programs that bench/desktop_peers.py measures beside this one.
+comparing_packages=(copyq keepassxc zint-qt)
+
 full_testing_packages=(clang-tidy clang-format)
 
 # Asks the package database once: a question for each package would cost seconds.
