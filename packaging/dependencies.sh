@@ -29,6 +29,9 @@ windows_packages=(g++-mingw-w64-x86-64-posix googletest wine64 wine)
 
 full_testing_packages=(clang-tidy clang-format user-mode-linux kmod)
 
+# The programs that bench/desktop_peers.py measures beside this one.
+comparing_packages=(copyq keepassxc zint-qt)
+
 # Asks the package database once: a question for each package would cost seconds.
 declare -A installed_packages=()
 read_installed_packages() {
