@@ -93,6 +93,16 @@ TEST(TrayMenu, ShowsAnImageWhereTheTableNamesOne) {
   }
 }
 
+TEST(TrayMenu, ShowsItsImagesOnDesktopsThatShowNoneInMenus) {
+  QApplication::setAttribute(Qt::AA_DontShowIconsInMenus);
+  Tray tray;
+  for (const MenuEntry& entry : menuEntries()) {
+    EXPECT_EQ(tray.action(entry.name).isIconVisibleInMenu(), !entry.bitmapKey.empty())
+        << toQt(entry.name).toStdString();
+  }
+  QApplication::setAttribute(Qt::AA_DontShowIconsInMenus, false);
+}
+
 TEST(TrayMenu, AttachesTheBitmapsInTheOrderOfStart) {
   TrayMenu menu(everyCommand(), [](TextView) {});
   std::vector<QString> order;
@@ -110,6 +120,9 @@ TEST(TrayMenu, AttachesTheBitmapsInTheOrderOfStart) {
   for (std::size_t i = 0; i < order.size(); ++i) {
     EXPECT_EQ(menuEntry(fromQt(order[i]))->bitmapKey, bitmapKeysInStartOrder()[i]);
   }
+  order.clear();
+  menu.setBitmap(u"");
+  EXPECT_TRUE(order.empty()) << "no key is no key of an entry";
 }
 
 TEST(Assets, HaveAPictureOfItsOwnForEveryKeyOfTheImageList) {
