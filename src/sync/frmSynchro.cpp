@@ -105,7 +105,6 @@ void frmSynchro::connectControls() {
 void frmSynchro::Form_Load() {
   open_ = true;
   setMinimumSize(pixelsFromTwips(kSynchroWidth), pixelsFromTwips(kSynchroHeight));
-  resize(minimumSize());
   ui_->Grid->viewport()->installEventFilter(this);
   EnleverFermer(*this);
   if (!isBackupFolder(to_.settings.backupPath)) {
@@ -117,7 +116,6 @@ void frmSynchro::Form_Load() {
   centre(*this);
   ui_->txtPath->setText(toQt(AjouterAntislash(to_.settings.backupPath)));
   setUpDifferenceGrid(*ui_->Grid, to_.locale);
-  Form_Resize();
 }
 
 void frmSynchro::resizeEvent(QResizeEvent* event) {

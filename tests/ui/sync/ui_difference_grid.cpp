@@ -41,17 +41,33 @@ QFont fontOf(int pixels) {
 
 }  // namespace
 
-TEST(DifferenceGrid, AFontThatIsALittleTooLargeForADateIsMadeSmaller) {
+TEST(DifferenceGrid, AFontThatIsALittleTooLargeForADateIsMadeSmallerAndOneThatFitsStays) {
   int fits = 8;
   while (dateWidth(fontOf(fits + 1)) <= kDrawnDate) ++fits;
-  QTableView grid;
-  grid.setFont(fontOf(fits + 1));
-  EmptyRows model(1);
-  grid.setModel(&model);
-  setUpDifferenceGrid(grid, frenchLocale());
-  EXPECT_EQ(QFontInfo(grid.font()).pixelSize(), fits);
-  EXPECT_EQ(grid.columnWidth(2), kDrawnDate);
-  EXPECT_EQ(grid.rowHeight(0), std::max(20, grid.fontMetrics().height() + 6));
+  for (const int pixels : {fits, fits + 1}) {
+    QTableView grid;
+    grid.setFont(fontOf(pixels));
+    EmptyRows model(1);
+    grid.setModel(&model);
+    setUpDifferenceGrid(grid, frenchLocale());
+    EXPECT_EQ(QFontInfo(grid.font()).pixelSize(), fits) << pixels;
+    EXPECT_EQ(grid.columnWidth(2), kDrawnDate);
+    EXPECT_EQ(grid.rowHeight(0), std::max(20, grid.fontMetrics().height() + 6));
+  }
+}
+
+TEST(DifferenceGrid, ALongDateMakesTheFontNarrowerWhereASizeWouldFit) {
+  LocaleData longer = frenchLocale();
+  longer.dateFormat = "le %d/%m/%Y";
+  const auto widthWith = [](const LocaleData& locale) {
+    QTableView grid;
+    grid.setFont(fontOf(10));
+    EmptyRows model(1);
+    grid.setModel(&model);
+    setUpDifferenceGrid(grid, locale);
+    return grid.fontMetrics().horizontalAdvance(QStringLiteral("0123456789"));
+  };
+  EXPECT_LT(widthWith(longer), widthWith(frenchLocale()));
 }
 
 TEST(DifferenceGrid, ALargeFontStaysReadableAndItsColumnsBecomeWider) {

@@ -25,6 +25,7 @@
 #include "sync/qt/DefilerGrille.h"
 #include "sync/qt/modControlBox.h"
 #include "ui/UiMain.h"
+#include "windows/qt/Assets.h"
 
 namespace {
 
@@ -198,6 +199,14 @@ TEST_F(Synchro, OpensInTheMiddleOfTheScreenWithoutAnyRows) {
   EXPECT_TRUE(journal.empty());
 }
 
+TEST_F(Synchro, ItsLoadPutsItIntoTheMiddleBeforeTheDesktopPlacesIt) {
+  window->move(0, 0);
+  window->Form_Load();
+  const QPoint off = window->geometry().center() - window->screen()->availableGeometry().center();
+  EXPECT_LT(std::abs(off.x()), 40);
+  EXPECT_LT(std::abs(off.y()), 40);
+}
+
 TEST_F(Synchro, ShowsTheBackupFolderWithASeparator) {
   settings.backupPath = scratch.text("stick");
   open();
@@ -340,6 +349,23 @@ TEST_F(Synchro, ComparingLeavesTheFocusWhereItWas) {
   EXPECT_EQ(window->focusWidget()->objectName(), QStringLiteral("cmdCompare"));
 }
 
+TEST_F(Synchro, AFocusThatMovedWhileItComparedStaysThere) {
+  open();
+  find<QWidget>("cmdCompare").setFocus();
+  whilePumping = [&] { find<QWidget>("txtFiltre").setFocus(); };
+  click("cmdCompare");
+  EXPECT_EQ(window->focusWidget()->objectName(), QStringLiteral("txtFiltre"));
+}
+
+TEST_F(Synchro, EveryComparisonLetsTheWindowBePaintedAtItsBeginning) {
+  open();
+  for (int i = 0; i < 20; ++i) {
+    pumps = 0;
+    click("cmdCompare");
+    EXPECT_GT(pumps, 0) << i;
+  }
+}
+
 TEST_F(Synchro, FindingDifferencesMovesNoOtherControl) {
   scratch.write("nav/user_datas/a", "1");
   open();
@@ -359,6 +385,7 @@ TEST_F(Synchro, OnlyItsButtonLeavesTheWindow) {
   open();
   EXPECT_FALSE(window->windowFlags().testFlag(Qt::WindowCloseButtonHint));
   EXPECT_TRUE(window->windowFlags().testFlag(Qt::WindowMinimizeButtonHint));
+  EXPECT_TRUE(window->windowFlags().testFlag(Qt::WindowMaximizeButtonHint));
   QTest::keyClick(window.get(), Qt::Key_Escape);
   QTest::keyClick(window.get(), Qt::Key_F4, Qt::AltModifier);
   window->close();
@@ -478,11 +505,14 @@ TEST_F(Synchro, EveryKindHasItsArrowInTheMiddleOfItsCell) {
   writeFourKinds();
   open();
   click("cmdCompare");
+  const char* const names[] = {"flecheG", "flecheD", "flecheDn", "flecheGn"};
   std::vector<QImage> arrows;
   for (int row = 0; row < 4; ++row) {
     const auto icon = grid().model()->index(row, 4).data(Qt::DecorationRole).value<QIcon>();
     ASSERT_FALSE(icon.isNull()) << row;
     arrows.push_back(icon.pixmap(16, 16).toImage());
+    const QString file = assetPath(QStringLiteral("arrows/%1.svg").arg(QLatin1String(names[row])));
+    EXPECT_EQ(arrows.back(), QIcon(file).pixmap(16, 16).toImage()) << names[row];
     for (int before = 0; before < row; ++before) {
       EXPECT_NE(arrows[static_cast<std::size_t>(before)], arrows.back());
     }
@@ -502,6 +532,18 @@ TEST_F(Synchro, EveryKindHasItsArrowInTheMiddleOfItsCell) {
   }
   ASSERT_GE(right, left);
   EXPECT_NEAR((left + right) / 2.0, image.width() / 2.0, 2.0);
+}
+
+TEST_F(Synchro, TheTableIsATableAndNoTree) {
+  writeFourKinds();
+  open();
+  click("cmdCompare");
+  const QAbstractItemModel& model = *grid().model();
+  const QModelIndex cell = model.index(0, 1);
+  EXPECT_EQ(model.rowCount(cell), 0);
+  EXPECT_EQ(model.columnCount(cell), 0);
+  EXPECT_FALSE(model.data(QModelIndex()).isValid());
+  EXPECT_FALSE(model.headerData(1, Qt::Vertical).isValid());
 }
 
 TEST_F(Synchro, IdenticalSidesAreToldAndNothingIsOffered) {
@@ -716,12 +758,16 @@ TEST_F(Synchro, WhatChangedInTheBackupSinceTheComparisonIsLeftAndTold) {
   open();
   click("cmdCompare");
   scratch.write("stick/a", "edited there");
+  age("stick/a", std::chrono::hours(1));
   click("cmdSynchro");
   EXPECT_EQ(scratch.read("stick/a"), "edited there");
   EXPECT_EQ(label("labReport"), toUtf8(copiedLine(1, 1)));
   EXPECT_EQ(traced, (Lines{toUtf8(notCopiedLine(scratch.text("nav/user_datas/a"),
                                                 failures::changedSinceCompared())),
                            toUtf8(copiedLine(1, 1))}));
+  EXPECT_EQ(rows(), Lines{"3|a|a"}) << "the comparison that followed";
+  EXPECT_TRUE(isShown("cmdSynchro"));
+  EXPECT_EQ(window->focusWidget()->objectName(), QStringLiteral("cmdSynchro")) << "once more";
 }
 
 TEST_F(Synchro, TheEndIsToldBeforeTheFoldersAreComparedAgain) {
