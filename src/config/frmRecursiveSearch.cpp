@@ -79,6 +79,7 @@ void frmRecursiveSearch::LancerLaRecherche_FSO() {
   ui_->cmdOk->setEnabled(false);
   ui_->listResult->clear();
   ui_->labNbre->clear();
+  ui_->labDetails->clear();
 
   const SearchEnd end = walk();
   ui_->List1->clear();
@@ -130,9 +131,11 @@ void frmRecursiveSearch::concludeSearch() {
   to_.showSettings();
 
   if (count == 0) {
+    ui_->labDetails->setText(toQt(searchAgainText()));
     to_.questions.ask(noCookieStoreBox());
     to_.settings.cookiesPath.clear();
     to_.storeNotFound();
+    ui_->cmdOk->setFocus();
   } else if (count == 1) {
     to_.settings.cookiesPath = result(0);
     to_.storeChosen(result(0));

@@ -137,6 +137,17 @@ TEST_F(RecursiveSearch, NoStoreEmptiesThePath) {
   EXPECT_EQ(label("labNbre"), u"Résultat : 0fichier trouvé");
 }
 
+TEST_F(RecursiveSearch, ABrowserThatRanMeanwhileIsFoundByTheReturnKey) {
+  questions.answers = {Answer::Ok};
+  search();
+  EXPECT_EQ(label("labDetails"), searchAgainText());
+  EXPECT_EQ(window.focusWidget(), &button("cmdOk"));
+  scratch.write("firefox/a/cookies.sqlite", "x");
+  QTest::keyClick(&window, Qt::Key_Return);
+  EXPECT_EQ(journal.back(), "chosen " + scratch.path("firefox/a/cookies.sqlite"));
+  EXPECT_NE(label("labDetails"), searchAgainText());
+}
+
 TEST_F(RecursiveSearch, AFolderThatDoesNotExistStopsTheSearch) {
   questions.answers = {Answer::Ok};
   window.search(scratch.text("missing"), u"cookies.sqlite");

@@ -55,4 +55,10 @@ TEST(SearchTexts, TheCountHasItsPlural) {
   EXPECT_EQ(searchResultText(1234), u"Résultat : 1234fichiers trouvés");
 }
 
+TEST(SearchTexts, ABrowserThatNeverRanIsToBeStartedOnce) {
+  EXPECT_EQ(searchAgainText(),
+            u"Firefox crée ce fichier quand il démarre : lancez-le une fois, puis cliquez sur "
+            u"« Chercher ».");
+}
+
 TEST(SearchTexts, TheEndIsTold) { EXPECT_EQ(searchEndText(), u"Recherche terminée"); }
