@@ -64,5 +64,5 @@ Text searchResultText(std::size_t count) {
 Text searchEndText() { return u"Recherche terminée"; }
 
 Text searchAgainText() {
-  return u"Firefox crée ce fichier quand il démarre : lancez-le une fois, puis cliquez sur « Chercher ».";
+  return u"Le navigateur crée ce fichier quand il démarre : lancez-le une fois, puis cliquez sur « Chercher ».";
 }

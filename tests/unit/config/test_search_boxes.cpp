@@ -56,9 +56,10 @@ TEST(SearchTexts, TheCountHasItsPlural) {
 }
 
 TEST(SearchTexts, ABrowserThatNeverRanIsToBeStartedOnce) {
-  EXPECT_EQ(searchAgainText(),
-            u"Firefox crée ce fichier quand il démarre : lancez-le une fois, puis cliquez sur "
-            u"« Chercher ».");
+  EXPECT_EQ(
+      searchAgainText(),
+      u"Le navigateur crée ce fichier quand il démarre : lancez-le une fois, puis cliquez sur "
+      u"« Chercher ».");
 }
 
 TEST(SearchTexts, TheEndIsTold) { EXPECT_EQ(searchEndText(), u"Recherche terminée"); }
