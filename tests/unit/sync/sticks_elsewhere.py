@@ -15,7 +15,7 @@ import subprocess
 import sys
 import tempfile
 
-SECONDS = 120
+SECONDS = 600  # two or three, on a machine with nothing else to do
 MODULES = "/usr/lib/uml/modules"
 FILTER = "*SyncSticks*/vfat" + (":*SyncClones*" if os.geteuid() else "")
 INIT = """#!/bin/sh
