@@ -139,6 +139,8 @@ void frmRecursiveSearch::concludeSearch() {
   } else {
     choiceAllowed_ = true;
     to_.questions.ask(severalCookieStoresBox(count));
+    // Said here: of itself, the list makes its first line the current one only in an active window.
+    ui_->listResult->setCurrentRow(0);
     ui_->listResult->setFocus();
   }
 }

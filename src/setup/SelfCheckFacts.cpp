@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "setup/SelfCheck.h"
 
+#include <algorithm>
 #include <system_error>
 
+#include "barcode/BarcodeOptions.h"
 #include "bridge/CookieStoreReader.h"
 #include "config/ConfigFile.h"
 #include "config/CookieStoreDetails.h"
@@ -81,6 +83,16 @@ std::optional<FoundProgram> launcherFor(const Text& programFolder, TextView key,
   return programFor(command);
 }
 
+// Two types may share a font.
+std::vector<Text> barcodeFonts() {
+  std::vector<Text> families;
+  for (const BarcodeOption& option : barcodeOptions()) {
+    const bool isNew = std::find(families.begin(), families.end(), option.font) == families.end();
+    if (isNew) families.emplace_back(option.font);
+  }
+  return families;
+}
+
 // The value of a key of the script, as it was written: without escapes where the text had none.
 std::optional<Text> valueIn(std::string_view script, std::string_view key) {
   const std::string begin = "\"" + std::string(key) + "\":\"";
@@ -108,8 +120,7 @@ SelfCheckFacts gatherFacts(const Text& programFolder, const Text& templateFolder
   facts.tray = trayStands();
   facts.editor = launcherFor(programFolder, u"notepad", u"notepad");
   facts.wordProcessor = launcherFor(programFolder, launchers::kWordProcessor, u"word.basic");
-  facts.missingFonts = missingFonts(
-      {u"Code 3 de 9", u"Code 3 de 9 Lab", u"Code EAN13", u"Code 2 of 5 interleaved", u"Code 128"});
+  facts.missingFonts = missingFonts(barcodeFonts());
   return facts;
 }
 

@@ -8,7 +8,7 @@
 #include "config/PollInterval.h"
 #include "config/SearchBoxes.h"
 #include "config/modGetOsVersion.h"
-#include "platform/Guarded.h"
+#include "platform/qt/ClickHandler.h"
 #include "platform/qt/QtText.h"
 #include "text/Numbers.h"
 #include "ui_BrowserPage.h"
@@ -21,8 +21,7 @@ BrowserPage::BrowserPage(const OptionsSurroundings& surroundings, QWidget* paren
   ui_->txtTempo->installEventFilter(this);
   connect(ui_->optNav_0, &QRadioButton::toggled, this, &BrowserPage::optNav_Click);
   connect(ui_->optNav_1, &QRadioButton::toggled, this, &BrowserPage::optNav_Click);
-  connect(ui_->cmdBrowse, &QPushButton::clicked, this,
-          [this] { guarded(to_.questions, u"cmdBrowse_Click", [this] { cmdBrowse_Click(); }); });
+  onClick(ui_->cmdBrowse, this, to_.questions, u"cmdBrowse_Click", [this] { cmdBrowse_Click(); });
   // textEdited: the program's own rewriting of the box does not come back here.
   connect(ui_->txtTempo, &QLineEdit::textEdited, this, &BrowserPage::txtTempo_Change);
   connect(ui_->txtTempo, &QLineEdit::editingFinished, this, &BrowserPage::showInterval);

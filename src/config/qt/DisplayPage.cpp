@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "config/qt/DisplayPage.h"
 
-#include "platform/Guarded.h"
+#include "platform/qt/ClickHandler.h"
 #include "platform/qt/QtText.h"
 #include "text/Numbers.h"
 #include "ui_DisplayPage.h"
@@ -12,9 +12,8 @@ DisplayPage::DisplayPage(const OptionsSurroundings& surroundings, QWidget* paren
   connect(ui_->txtScaleX, &QLineEdit::textEdited, this, &DisplayPage::txtScaleX_Change);
   connect(ui_->txtScaleY, &QLineEdit::textEdited, this, &DisplayPage::txtScaleY_Change);
   connect(ui_->chkInfos, &QCheckBox::clicked, this, &DisplayPage::chkInfos_Click);
-  connect(ui_->cmdTestGraph, &QPushButton::clicked, this, [this] {
-    guarded(to_.questions, u"cmdTestGraph_Click", [this] { to_.MenuAbout_Click(); });
-  });
+  onClick(ui_->cmdTestGraph, this, to_.questions, u"cmdTestGraph_Click",
+          [this] { to_.MenuAbout_Click(); });
 }
 
 DisplayPage::~DisplayPage() = default;

@@ -4,7 +4,7 @@
 #include "config/ConfigFile.h"
 #include "config/OptionsBoxes.h"
 #include "config/modGetOsVersion.h"
-#include "platform/Guarded.h"
+#include "platform/qt/ClickHandler.h"
 #include "platform/qt/QtText.h"
 #include "ui_SystemPage.h"
 
@@ -15,11 +15,10 @@ SystemPage::SystemPage(const OptionsSurroundings& surroundings, QWidget* parent)
   ui_->txtPathCfg->setText(toQt(configPath(to_.programFolder)));
   ui_->grpStart->setVisible(to_.autostart != nullptr);
   ui_->grpCheck->setVisible(static_cast<bool>(to_.checkInstallation));
-  connect(ui_->cmdCheck, &QPushButton::clicked, this, [this] {
-    guarded(to_.questions, u"cmdCheck_Click", [this] { to_.checkInstallation(); });
-  });
-  connect(ui_->cmdOpenCfg, &QPushButton::clicked, this,
-          [this] { guarded(to_.questions, u"cmdOpenCfg_Click", [this] { cmdOpenCfg_Click(); }); });
+  onClick(ui_->cmdCheck, this, to_.questions, u"cmdCheck_Click",
+          [this] { to_.checkInstallation(); });
+  onClick(ui_->cmdOpenCfg, this, to_.questions, u"cmdOpenCfg_Click",
+          [this] { cmdOpenCfg_Click(); });
 }
 
 SystemPage::~SystemPage() = default;
