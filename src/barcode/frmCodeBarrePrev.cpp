@@ -85,8 +85,8 @@ void frmCodeBarrePrev::Form_Load() {
   ui_->OptType_2->setChecked(true);
   OptType_Click(kEan13Option);
   ui_->rtbCBar->setFontSize(kUsualFontSize);
-  ui_->txtSource
-      ->setFocus();  // what everybody begins with, though it is not the first in the order
+  // What everybody begins with, though it is not the first in the order.
+  ui_->txtSource->setFocus();
 }
 
 void frmCodeBarrePrev::OptType_Click(int index) {
