@@ -66,3 +66,7 @@ Text searchEndText() { return u"Recherche terminée"; }
 Text searchAgainText() {
   return u"Le navigateur crée ce fichier quand il démarre : lancez-le une fois, puis cliquez sur « Chercher ».";
 }
+
+Text storeChosenText() {
+  return u"Fichier choisi : il est essayé dans Firefox. Vous pouvez fermer cette fenêtre.";
+}

@@ -34,3 +34,6 @@ Text searchEndText();
 // What to do when no store was found, below the empty list: the usual reason is a browser that
 // never ran.
 Text searchAgainText();
+
+// What is left to do when the store was chosen.
+Text storeChosenText();

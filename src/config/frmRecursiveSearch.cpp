@@ -138,7 +138,7 @@ void frmRecursiveSearch::concludeSearch() {
     ui_->cmdOk->setFocus();
   } else if (count == 1) {
     to_.settings.cookiesPath = result(0);
-    to_.storeChosen(result(0));
+    choose(result(0));
   } else {
     choiceAllowed_ = true;
     to_.questions.ask(severalCookieStoresBox(count));
@@ -153,5 +153,11 @@ void frmRecursiveSearch::listResult_Click() {
   if (!choiceAllowed_ || row < 0) return;
   const Text path = result(row);
   to_.settings.cookiesPath = path;
-  if (to_.questions.ask(confirmCookieStoreBox(path)) == Answer::Yes) to_.storeChosen(path);
+  if (to_.questions.ask(confirmCookieStoreBox(path)) == Answer::Yes) choose(path);
+}
+
+// The window stays until it is closed, and the page that opens may lie below it.
+void frmRecursiveSearch::choose(const Text& path) {
+  ui_->labDetails->setText(toQt(storeChosenText()));
+  to_.storeChosen(path);
 }

@@ -72,6 +72,7 @@ TEST_F(RecursiveSearch, OneStoreChoosesItselfWithoutAQuestion) {
   EXPECT_EQ(settings.cookiesPath, store);
   EXPECT_EQ(label("labNbre"), u"Résultat : 1fichier trouvé");
   EXPECT_EQ(label("labDir"), u"Recherche terminée");
+  EXPECT_EQ(label("labDetails"), storeChosenText());
   EXPECT_TRUE(button("cmdClose").isVisible());
 }
 
@@ -174,12 +175,14 @@ TEST_F(RecursiveSearch, OfSeveralStoresNoneIsChosenUntilOneIsClickedAndConfirmed
   EXPECT_EQ(questions.boxes.back(), confirmCookieStoreBox(second));
   EXPECT_EQ(settings.cookiesPath, second) << "whatever the answer";
   EXPECT_EQ(journal.size(), 1u) << "only the box";
+  EXPECT_NE(label("labDetails"), storeChosenText());
 
   questions.answers = {Answer::Yes};
   clickResult(0);
   const Text first = scratch.text("firefox/a/cookies.sqlite");
   EXPECT_EQ(settings.cookiesPath, first);
   EXPECT_EQ(journal.back(), "chosen " + toUtf8(first));
+  EXPECT_EQ(label("labDetails"), storeChosenText());
 }
 
 TEST_F(RecursiveSearch, TheReturnKeyChoosesInTheListToo) {

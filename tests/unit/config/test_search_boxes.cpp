@@ -62,4 +62,9 @@ TEST(SearchTexts, ABrowserThatNeverRanIsToBeStartedOnce) {
       u"« Chercher ».");
 }
 
+TEST(SearchTexts, WithAStoreTheWindowMayBeClosed) {
+  EXPECT_EQ(storeChosenText(),
+            u"Fichier choisi : il est essayé dans Firefox. Vous pouvez fermer cette fenêtre.");
+}
+
 TEST(SearchTexts, TheEndIsTold) { EXPECT_EQ(searchEndText(), u"Recherche terminée"); }
