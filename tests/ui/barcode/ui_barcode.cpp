@@ -197,6 +197,7 @@ TEST_F(Barcode, WhatHasNoRoomIsScrolledToByTheTabKey) {
   open();
   window.resize(600, 300);
   ASSERT_TRUE(waitUntil([&] { return window.height() == 300; })) << window.height();
+  widget("OptType_2").setFocus();
   std::set<QWidget*> seen;
   for (QWidget* focused = window.focusWidget(); seen.insert(focused).second;
        focused = window.focusWidget()) {
