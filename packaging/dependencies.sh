@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # shellcheck shell=bash disable=SC2034
-# What Tavrollo needs from the system, for Debian and its relatives. Sourced by ./run and ./test.
+# What Tavrollo needs from the system, for Debian and its relatives. Sourced by ./run, ./test and
+# packaging/windows/build.
 #
 # A name with "|" lists what the same package is called on other releases: the first that is
 # installed, else the first that apt knows, is taken.
@@ -27,6 +28,10 @@ testing_packages=(
 
 # The program for Windows, cross-compiled and run under Wine.
 windows_packages=(g++-mingw-w64-x86-64-posix googletest wine64 wine)
+
+# Its windows too, with a Qt that is built from the distribution's sources, and an installer.
+windows_program_packages=(
+  "${windows_packages[@]}" dpkg-dev qt6-base-dev qt6-base-dev-tools qt6-svg-dev nsis)
 
 full_testing_packages=(clang-tidy clang-format user-mode-linux kmod)
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <QApplication>
 #include <QIcon>
-#include <QSocketNotifier>
 #include <algorithm>
 #include <cstdlib>
 #include <iostream>
@@ -9,11 +8,14 @@
 #include "app/Companion.h"
 #include "app/Options.h"
 #include "app/TestWindow.h"
+#include "app/Toolkit.h"
 #include "app/frmMain.h"
+#include "platform/Console.h"
 #include "platform/Desktop.h"
 #include "platform/ProgramFolder.h"
 #include "platform/System.h"
 #include "platform/Version.h"
+#include "platform/qt/EventNotifier.h"
 #include "platform/qt/MessageBoxQuestions.h"
 #include "platform/qt/ScreenReaderRoles.h"
 #include "setup/FolderUpdate.h"
@@ -26,13 +28,6 @@
 namespace {
 
 constexpr int kWrongUsage = 2;
-
-// The notice must stand at a place of its own choice, which X11 grants and Wayland does not: where
-// both are there, X11 it is.
-void preferX11() {
-  if (!qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) return;
-  if (!qEnvironmentVariableIsEmpty("DISPLAY")) qputenv("QT_QPA_PLATFORM", "xcb");
-}
 
 // Without a screen the toolkit would end the process with a crash report.
 bool canShowWindows(const std::vector<std::string>& arguments) {
@@ -80,8 +75,7 @@ int run(QApplication& application, const Options& options, const TerminationRequ
   if (options.trace) traceToStandardError(companion.trace);
 
   frmMain* running = nullptr;
-  QSocketNotifier terminated(termination.eventsFd(), QSocketNotifier::Read);
-  QObject::connect(&terminated, &QSocketNotifier::activated, [&running] {
+  const EventNotifier terminated(termination.eventsFd(), [&running] {
     if (running) running->endProgram();
     std::_Exit(EXIT_SUCCESS);  // a box of the very start is open, and nothing is there to be saved
   });
@@ -106,8 +100,9 @@ int run(QApplication& application, const Options& options, const TerminationRequ
       makeAutostart(executablePath(), autostartArguments(companion.programFolder));
   if (autostart) main.offerAutostart(*autostart);
 
-  QSocketNotifier ended(shell->eventsFd(), QSocketNotifier::Read);
-  QObject::connect(&ended, &QSocketNotifier::activated, [&shell] { shell->reap(); });
+  // A session that closes has the toolkit end its loop.
+  QObject::connect(&application, &QCoreApplication::aboutToQuit, &main, &frmMain::endProgram);
+  const EventNotifier ended(shell->eventsFd(), [&shell] { shell->reap(); });
 
   if (!main.Form_Load(first)) return EXIT_SUCCESS;
   return application.exec();
@@ -116,6 +111,7 @@ int run(QApplication& application, const Options& options, const TerminationRequ
 }  // namespace
 
 int main(int argc, char** argv) {
+  joinConsole();
   if (const std::optional<std::string> text = textAskedFor({argv + 1, argv + argc})) {
     std::cout << *text;
     return EXIT_SUCCESS;
@@ -125,7 +121,7 @@ int main(int argc, char** argv) {
     return EXIT_FAILURE;
   }
   const TerminationRequests termination;
-  preferX11();
+  chooseWindowPlatform();
   QApplication application(argc, argv);  // takes the toolkit's own options out of the arguments
   QApplication::setApplicationName(QStringLiteral("Tavrollo"));
   QApplication::setApplicationVersion(QString::fromLatin1(kVersionText));
@@ -135,7 +131,7 @@ int main(int argc, char** argv) {
   tellScreenReaderRoles();
   makePaletteLegible();
 
-  const std::optional<Options> options = parseOptions({argv + 1, argv + argc});
+  const std::optional<Options> options = parseOptions(ownArguments(argc, argv));
   if (!options) {
     std::cerr << usageText();
     return kWrongUsage;

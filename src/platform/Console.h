@@ -10,6 +10,10 @@
 // it can express in a code page, they are asked for anew.
 std::vector<std::string> commandArguments(int count, char** arguments);
 
+// Lets a program that has windows, and so no console of its own, write to the one that it was
+// started from. Nothing happens where the standard streams lead somewhere already.
+void joinConsole();
+
 // As long as this stands, the standard streams carry bytes as they are, without a translation of
 // line ends, and a console shows them as UTF-8. To be made before anything is read or written.
 class ConsoleStreams {

@@ -21,3 +21,6 @@ std::optional<bool> trayStands();
 
 // Those of the font families that no installed font belongs to.
 std::optional<std::vector<Text>> missingFonts(const std::vector<Text>& families);
+
+// What the user does with the program's fonts so that every program has them: half a sentence.
+Text fontsAdvice();

@@ -153,8 +153,7 @@ Finding fontsFinding(const Facts& facts) {
   if (!facts.missingFonts) return unknown(kSubject);
   if (facts.missingFonts->empty()) return well(kSubject, u"installées");
   return toMend(kSubject, u"manque : " + listed(*facts.missingFonts),
-                u"Réinstallez Tavrollo, ou copiez ses polices dans ~/.local/share/fonts et lancez "
-                u"fc-cache.");
+                u"Réinstallez Tavrollo, ou " + fontsAdvice() + u".");
 }
 
 Text namesOf(const std::vector<Finding>& found, Verdict verdict, TextView heading) {

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tray/TrayHost.h"
 
-#include <QDBusConnection>
-#include <QDBusServiceWatcher>
 #include <utility>
+
+#include "tray/TrayManager.h"
 
 namespace {
 
@@ -31,7 +31,7 @@ TrayHost::TrayHost(std::function<bool()> stands, std::function<void()> onTray,
 void TrayHost::start() {
   look();
   if (found_) return;
-  listenToTheBus();
+  announceTrays(this);
   poll_.start();
   grace_.start();
 }
@@ -42,15 +42,4 @@ void TrayHost::look() {
   poll_.stop();
   grace_.stop();
   onTray_();
-}
-
-void TrayHost::listenToTheBus() {
-  QDBusConnection bus = QDBusConnection::sessionBus();
-  if (!bus.isConnected()) return;
-  const QString watcher = QStringLiteral("org.kde.StatusNotifierWatcher");
-  auto* services =
-      new QDBusServiceWatcher(watcher, bus, QDBusServiceWatcher::WatchForRegistration, this);
-  connect(services, &QDBusServiceWatcher::serviceRegistered, this, &TrayHost::look);
-  bus.connect(watcher, QStringLiteral("/StatusNotifierWatcher"), watcher,
-              QStringLiteral("StatusNotifierHostRegistered"), this, SLOT(look()));
 }

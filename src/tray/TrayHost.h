@@ -22,8 +22,6 @@ class TrayHost : public QObject {
   Q_SLOT void look();
 
  private:
-  void listenToTheBus();
-
   std::function<bool()> stands_;
   std::function<void()> onTray_;
   std::function<void()> onNone_;

@@ -6,6 +6,7 @@
 
 #include "platform/qt/QtText.h"
 #include "tray/MenuTree.h"
+#include "tray/TrayManager.h"
 #include "windows/qt/Assets.h"
 
 namespace {
@@ -76,7 +77,9 @@ void TrayMenu::setEnabled(TextView name, bool enabled) {
 }
 
 void TrayMenu::popUpAt(const QPoint& place) {
-  if (!menu_.isVisible()) menu_.popup(place);
+  if (menu_.isVisible()) return;
+  menu_.popup(place);
+  menuPoppedUp(menu_);
 }
 
 void TrayMenu::popUpAtCursor() { popUpAt(QCursor::pos()); }

@@ -61,6 +61,8 @@ std::optional<bool> trayStands() {
   return newer && older ? std::optional(false) : std::nullopt;
 }
 
+Text fontsAdvice() { return u"copiez ses polices dans ~/.local/share/fonts et lancez fc-cache"; }
+
 std::optional<std::vector<Text>> missingFonts(const std::vector<Text>& families) {
   const Captured answer = ask({"fc-list", ":", "family"});
   if (!answer.succeeded()) return std::nullopt;

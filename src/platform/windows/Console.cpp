@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <cstdio>
 #include <fcntl.h>
 #include <io.h>
 #include <memory>
@@ -20,6 +21,13 @@ std::vector<std::string> commandArguments(int /*count*/, char** /*arguments*/) {
     arguments.push_back(toUtf8Lossless(fromWide(words.get()[i])));
   }
   return arguments;
+}
+
+void joinConsole() {
+  // What was redirected is there already; of a console only its owner's own streams are.
+  if (::GetStdHandle(STD_OUTPUT_HANDLE) || !::AttachConsole(ATTACH_PARENT_PROCESS)) return;
+  std::freopen("CONOUT$", "w", stdout);
+  std::freopen("CONOUT$", "w", stderr);
 }
 
 ConsoleStreams::ConsoleStreams() {

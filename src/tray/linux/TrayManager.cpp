@@ -6,6 +6,7 @@
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
+#include <QDBusServiceWatcher>
 #include <QDBusVariant>
 #include <QGuiApplication>
 #include <cstdlib>
@@ -60,3 +61,16 @@ bool x11TrayStands() {
 }  // namespace
 
 bool trayManagerStands() { return statusNotifierHostStands() || x11TrayStands(); }
+
+void menuPoppedUp(QWidget& /*menu*/) {}
+
+void announceTrays(QObject* listener) {
+  QDBusConnection bus = QDBusConnection::sessionBus();
+  if (!bus.isConnected()) return;
+  const QString watcher = QStringLiteral("org.kde.StatusNotifierWatcher");
+  auto* services =
+      new QDBusServiceWatcher(watcher, bus, QDBusServiceWatcher::WatchForRegistration, listener);
+  QObject::connect(services, SIGNAL(serviceRegistered(QString)), listener, SLOT(look()));
+  bus.connect(watcher, QStringLiteral("/StatusNotifierWatcher"), watcher,
+              QStringLiteral("StatusNotifierHostRegistered"), listener, SLOT(look()));
+}

@@ -6,8 +6,8 @@
 #include <QVariantMap>
 #include <vector>
 
-#include "tray/DesktopNotice.h"
 #include "tray/frmInfos.h"
+#include "tray/linux/BusNotice.h"
 #include "ui/UiMain.h"
 
 // A desktop's notification service that keeps what it was asked for.
@@ -58,10 +58,10 @@ struct Desktop {
 
 }  // namespace
 
-TEST(DesktopNotice, AsksTheDesktopForFiveSeconds) {
+TEST(BusNotice, AsksTheDesktopForFiveSeconds) {
   Desktop desktop;
   ASSERT_TRUE(desktop.stands);
-  DesktopNotice notice;
+  BusNotice notice;
   notice.show(QStringLiteral("Raccourci Créé"));
   ASSERT_TRUE(desktop.hears(1));
   EXPECT_EQ(desktop.service.asked[0].program, QStringLiteral("Tavrollo"));
@@ -71,9 +71,9 @@ TEST(DesktopNotice, AsksTheDesktopForFiveSeconds) {
   EXPECT_EQ(desktop.service.asked[0].replaces, 0u);
 }
 
-TEST(DesktopNotice, ALaterNoticeTakesThePlaceOfTheFirst) {
+TEST(BusNotice, ALaterNoticeTakesThePlaceOfTheFirst) {
   Desktop desktop;
-  DesktopNotice notice;
+  BusNotice notice;
   // The second comes before the desktop has answered for the first.
   notice.show(QStringLiteral("a"));
   notice.show(QStringLiteral("b"));
@@ -82,16 +82,16 @@ TEST(DesktopNotice, ALaterNoticeTakesThePlaceOfTheFirst) {
   EXPECT_EQ(desktop.service.asked[1].replaces, 42u);
 }
 
-TEST(DesktopNotice, EscapesWhatTheDesktopWouldTakeForMarkup) {
+TEST(BusNotice, EscapesWhatTheDesktopWouldTakeForMarkup) {
   Desktop desktop;
-  DesktopNotice notice;
+  BusNotice notice;
   notice.show(QStringLiteral("<b> & c"));
   ASSERT_TRUE(desktop.hears(1));
   EXPECT_EQ(desktop.service.asked[0].body, QStringLiteral("&lt;b&gt; &amp; c"));
 }
 
-TEST(DesktopNotice, ADesktopWithoutNotificationsIsNoHindrance) {
-  DesktopNotice notice;
+TEST(BusNotice, ADesktopWithoutNotificationsIsNoHindrance) {
+  BusNotice notice;
   notice.show(QStringLiteral("nobody hears this"));
   notice.show(QStringLiteral("nor this"));
   Desktop desktop;
