@@ -12,7 +12,7 @@ building_packages=(
   python3-fonttools)
 
 running_packages=(
-  qt6-qpa-plugins 'libqt6svg6|libqt6svg6t64' xdg-utils file)
+  qt6-qpa-plugins qt6-translations-l10n 'libqt6svg6|libqt6svg6t64' xdg-utils file)
 
 # A desktop on a machine without a screen, and a browser that can be driven on it.
 demonstration_packages=(

@@ -16,6 +16,7 @@
 #include "platform/System.h"
 #include "platform/Version.h"
 #include "platform/qt/EventNotifier.h"
+#include "platform/qt/FrenchToolkit.h"
 #include "platform/qt/MessageBoxQuestions.h"
 #include "platform/qt/ScreenReaderRoles.h"
 #include "setup/FolderUpdate.h"
@@ -128,6 +129,7 @@ int main(int argc, char** argv) {
   QApplication::setDesktopFileName(QStringLiteral("tavrollo"));
   QApplication::setWindowIcon(QIcon(QStringLiteral(":/tavrollo/tavrollo.svg")));
   QApplication::setQuitOnLastWindowClosed(false);
+  speakFrench();
   tellScreenReaderRoles();
   makePaletteLegible();
 
