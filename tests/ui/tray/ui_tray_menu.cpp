@@ -260,6 +260,24 @@ TEST(TrayMenu, LockingClosesWhatIsOpenInside) {
   menu.close();
 }
 
+TEST(TrayMenu, UnlockingLeavesOpenWhatIsOpenInside) {
+  Tray tray;
+  tray.menu.popUpAt({100, 100});
+  ASSERT_TRUE(waitUntil([&] { return tray.menu.menu().isVisible(); }));
+  openInside(tray.menu.menu(), tray.action(u"MenuWin"));
+
+  tray.menu.setEnabled(u"MenuWin", true);
+  EXPECT_TRUE(tray.submenu(u"MenuWin").isVisible());
+  tray.menu.menu().close();
+}
+
+TEST(TrayMenu, AnEntryThatItDoesNotHaveIsPassedOver) {
+  Tray tray;
+  tray.menu.setEnabled(u"MenuNobody", true);
+  tray.menu.setEnabled(u"MenuWin", false);
+  EXPECT_FALSE(tray.action(u"MenuWin").isEnabled());
+}
+
 TEST(MenuWindow, ButtonPopsTheMenuUp) {
   Tray tray;
   MenuWindow window(tray.menu);
