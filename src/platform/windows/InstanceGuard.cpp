@@ -23,23 +23,24 @@ Handle takeLock() {
                               CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
-// Whoever asks is in the way for a moment (see isHeld): that is no holder.
-Handle takeLockPatiently() {
-  constexpr int kMostTurns = 10;
-  Handle file = takeLock();
-  for (int turn = 0; turn < kMostTurns && !file.isOpen(); ++turn) {
-    if (::GetLastError() != ERROR_SHARING_VIOLATION) break;
-    ::Sleep(kTurn);
-    file = takeLock();
-  }
-  return file;
-}
-
 // Only a holder does not let others delete the file. Nothing is deleted here.
 bool isHeld(const std::wstring& path) {
   const Handle file(
       ::CreateFileW(path.c_str(), DELETE, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr));
   return !file.isOpen() && ::GetLastError() == ERROR_SHARING_VIOLATION;
+}
+
+// Whoever asks is in the way for a moment, and is waited for; a holder is not.
+Handle takeLockPatiently() {
+  constexpr int kMostTurns = 200;
+  const std::wstring path = longPath(lockPath());
+  Handle file = takeLock();
+  for (int turn = 0; turn < kMostTurns && !file.isOpen(); ++turn) {
+    if (::GetLastError() != ERROR_SHARING_VIOLATION || isHeld(path)) break;
+    ::Sleep(kTurn);
+    file = takeLock();
+  }
+  return file;
 }
 
 }  // namespace
