@@ -37,8 +37,8 @@ class ShortcutTable {
   // Everything at once, as loaded.
   void load(std::int32_t freeId, std::vector<Shortcut> rows);
 
-  // The number alone, as read from the table's file anew; it may go down. The rows stay, and a table
-  // that was never loaded still counts as such.
+  // The number alone, as read from the table's file anew; it may go down. The rows stay, and a
+  // table that was never loaded still counts as such.
   void setFreeId(std::int32_t freeId);
 
   // A key never given before: nine digits of FreeId, which then goes up by one (it stays at the
