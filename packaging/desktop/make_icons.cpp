@@ -1,18 +1,23 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Paints the program's icon for the desktop: make_icons ICON.svg FOLDER lays N.png for each size N
-// of kSizes into the folder.
+// Paints a drawing of the program's: make_icons DRAWING.svg FOLDER [WIDTH ...] lays N.png for each
+// width N, without any for those of the icon on the desktop, into the folder.
 #include <QDir>
 #include <QImage>
 #include <QPainter>
 #include <QSvgRenderer>
+#include <algorithm>
+#include <cstdlib>
 #include <iostream>
+#include <vector>
 
 namespace {
 
-constexpr int kSizes[] = {16, 22, 24, 32, 48, 64, 128, 256};
+const std::vector<int> kSizes = {16, 22, 24, 32, 48, 64, 128, 256};
 
-bool paint(QSvgRenderer& icon, int size, const QString& path) {
-  QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
+bool paint(QSvgRenderer& icon, int width, const QString& path) {
+  const QSize drawn = icon.defaultSize();
+  const QSize size(width, width * drawn.height() / drawn.width());
+  QImage image(size, QImage::Format_ARGB32_Premultiplied);
   image.fill(Qt::transparent);
   QPainter painter(&image);
   icon.render(&painter);
@@ -23,8 +28,8 @@ bool paint(QSvgRenderer& icon, int size, const QString& path) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 3) {
-    std::cerr << "usage: make_icons ICON.svg FOLDER\n";
+  if (argc < 3) {
+    std::cerr << "usage: make_icons DRAWING.svg FOLDER [WIDTH ...]\n";
     return 2;
   }
   QSvgRenderer icon(QString::fromLocal8Bit(argv[1]));
@@ -33,7 +38,9 @@ int main(int argc, char** argv) {
     std::cerr << "make_icons: cannot read " << argv[1] << " or make " << argv[2] << '\n';
     return 1;
   }
-  for (const int size : kSizes) {
+  std::vector<int> sizes;
+  for (int i = 3; i < argc; ++i) sizes.push_back(std::max(1, std::atoi(argv[i])));
+  for (const int size : sizes.empty() ? kSizes : sizes) {
     const QString path = folder.filePath(QString::number(size) + QStringLiteral(".png"));
     if (paint(icon, size, path)) continue;
     std::cerr << "make_icons: cannot write " << path.toStdString() << '\n';

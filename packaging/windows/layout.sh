@@ -9,12 +9,12 @@ lay_out() {
   rm -rf "$target"
   mkdir -p "$target/fonts"
   cp "$built/Tavrollo.exe" "$built/reload.exe" "$built/tavrolloctl.exe" "$target/"
-  for library in Core Gui PrintSupport Svg Widgets; do
+  for library in Core Gui PrintSupport Widgets; do
     cp "$qt/bin/Qt6$library.dll" "$target/"
   done
   cp "$gcc/libstdc++-6.dll" "$gcc/libgcc_s_seh-1.dll" \
     /usr/x86_64-w64-mingw32/lib/libwinpthread-1.dll "$target/"
-  for plugin in platforms/qwindows styles/qwindowsvistastyle imageformats/qsvg iconengines/qsvgicon; do
+  for plugin in platforms/qwindows styles/qwindowsvistastyle; do
     mkdir -p "$target/$(dirname "$plugin")"
     cp "$qt/plugins/$plugin.dll" "$target/$plugin.dll"
   done
@@ -32,6 +32,7 @@ every_library_is_there() {
   while IFS= read -r file; do
     while IFS= read -r name; do
       [ ! -e "$folder/$name" ] || continue
+      [[ $name != api-ms-win-* ]] || continue  # names that stand for parts of the system
       # For each library of the system the compiler has one to link with.
       [ ! -e "$from_windows/lib$(tr '[:upper:]' '[:lower:]' <<<"${name%.*}").a" ] || continue
       echo "$(basename "$file") needs $name, which is not there" >&2

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # shellcheck shell=bash
-# Qt for Windows, from the distribution's source packages: as old as the Qt of this system, whose
+# Qt for Windows, from the distribution's source package: as old as the Qt of this system, whose
 # tools (moc, rcc, uic) it is built with. Sourced by packaging/windows/build.
 #
 # It is built once and kept outside the source tree, in a folder named after the version and after
@@ -30,7 +30,7 @@ qt_folder() {
   local toolchain=$1 version recipe
   version=$(qt_source_version qt6-base-dev)
   recipe=$(
-    printf '%s\n' "${qt_flags[@]}" "$version" "$(qt_source_version qt6-svg-dev)"
+    printf '%s\n' "${qt_flags[@]}" "$version"
     x86_64-w64-mingw32-g++-posix -dumpfullversion
     cat "$toolchain"
   )
@@ -54,7 +54,8 @@ qt_sources() {
     -o Dir::Cache::pkgcache= -o Dir::Cache::srcpkgcache=)
   # A source of others that has none is no reason to stop: whether this one comes is what counts.
   apt-get "${options[@]}" update || true
-  (cd "$qt/downloads" && apt-get "${options[@]}" --download-only source "$package=$version")
+  (cd "$qt/downloads" && apt-get "${options[@]}" --download-only source "$package=$version") ||
+    return 1
   rm -rf "$target"
   dpkg-source --no-check -x "$qt/downloads/${package}_${version#*:}.dsc" "$target"
 }
@@ -62,11 +63,6 @@ qt_sources() {
 qt_base_configure() {
   cmake -S "$qt/qtbase" -B "$qt/build-base" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$qt/mingw-w64.cmake" \
     -DCMAKE_INSTALL_PREFIX="$qt/installed" "${qt_launcher[@]}" "${qt_flags[@]}"
-}
-
-qt_svg_configure() {
-  "$qt/installed/bin/qt-cmake" -S "$qt/qtsvg" -B "$qt/build-svg" -G Ninja \
-    -DCMAKE_BUILD_TYPE=Release -DTAVROLLO_WINDOWS_QT="$qt/installed" "${qt_launcher[@]}"
 }
 
 # once NAME COMMAND ...: a part of the work, unless it has been done.
@@ -97,13 +93,9 @@ build_qt() {
     qt_once "sources" qt_sources qt6-base-dev "$qt/qtbase" &&
       qt_once "configured" qt_base_configure &&
       qt_once "compiled" cmake --build "$qt/build-base" &&
-      qt_once "installed" cmake --install "$qt/build-base" --strip &&
-      qt_once "SVG sources" qt_sources qt6-svg-dev "$qt/qtsvg" &&
-      qt_once "SVG configured" qt_svg_configure &&
-      qt_once "SVG compiled" cmake --build "$qt/build-svg" &&
-      qt_once "SVG installed" cmake --install "$qt/build-svg" --strip || return 1
+      qt_once "installed" cmake --install "$qt/build-base" --strip || return 1
     # A gigabyte that nobody needs any more.
-    rm -rf "$qt/build-base" "$qt/build-svg" "$qt/qtbase" "$qt/qtsvg" "$qt/apt" "$qt/downloads"
+    rm -rf "$qt/build-base" "$qt/qtbase" "$qt/apt" "$qt/downloads"
     touch "$qt/done/tidied"
   fi
   exec 8>&-

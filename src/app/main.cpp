@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <QApplication>
-#include <QIcon>
 #include <algorithm>
 #include <cstdlib>
 #include <iostream>
@@ -24,6 +23,7 @@
 #include "text/Split.h"
 #include "text/Utf.h"
 #include "tray/Launchers.h"
+#include "windows/qt/Assets.h"
 #include "windows/qt/LegiblePalette.h"
 
 namespace {
@@ -127,7 +127,7 @@ int main(int argc, char** argv) {
   QApplication::setApplicationName(QStringLiteral("Tavrollo"));
   QApplication::setApplicationVersion(QString::fromLatin1(kVersionText));
   QApplication::setDesktopFileName(QStringLiteral("tavrollo"));
-  QApplication::setWindowIcon(QIcon(QStringLiteral(":/tavrollo/tavrollo.svg")));
+  QApplication::setWindowIcon(programIcon());
   QApplication::setQuitOnLastWindowClosed(false);
   speakFrench();
   tellScreenReaderRoles();

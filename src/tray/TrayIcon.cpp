@@ -9,7 +9,7 @@
 #include "tray/TrayMenu.h"
 #include "tray/TrayMessages.h"
 #include "windows/Twips.h"
-#include "windows/qt/Assets.h"
+#include "windows/qt/Drawing.h"
 
 namespace {
 
@@ -24,7 +24,7 @@ QString shownTip(const Text& field) {
 TrayIcon::TrayIcon(TrayMenu& menu, Text tip, QObject* parent)
     : QObject(parent), menu_(menu), tip_(std::move(tip)) {
   for (std::size_t i = 0; i < images_.size(); ++i) {
-    images_.at(i) = QIcon(assetPath(QStringLiteral("tray/frame%1.svg").arg(i + 1)));
+    images_.at(i) = drawingIcon(QStringLiteral("tray/frame%1").arg(i + 1));
   }
   TimerIcon_.setParent(this);
   TimerIcon_.setObjectName(QStringLiteral("TimerIcon"));

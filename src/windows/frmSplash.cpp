@@ -5,13 +5,13 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScreen>
-#include <QSvgRenderer>
 #include <algorithm>
 
 #include "platform/qt/QtText.h"
 #include "ui_frmSplash.h"
 #include "windows/Twips.h"
 #include "windows/qt/Assets.h"
+#include "windows/qt/Drawing.h"
 
 namespace {
 
@@ -22,7 +22,7 @@ constexpr int kFontPixels = 15;
 frmSplash::frmSplash(const SplashContents& contents)
     : QWidget(nullptr, Qt::SplashScreen | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus),
       ui_(std::make_unique<Ui::frmSplash>()),
-      picture_(std::make_unique<QSvgRenderer>(assetPath(QStringLiteral("splash.svg")))) {
+      picture_(std::make_unique<Drawing>(QStringLiteral("splash"))) {
   ui_->setupUi(this);
   setAttribute(Qt::WA_DeleteOnClose);
   setAttribute(Qt::WA_ShowWithoutActivating);
@@ -35,7 +35,7 @@ frmSplash::~frmSplash() = default;
 
 void frmSplash::Form_Load(const SplashContents& contents) {
   if (!isMinimized()) {
-    const QSize natural = picture_->defaultSize();
+    const QSize natural = picture_->size();
     const SplashSize twips =
         splashSize(hundredthsFromPixels(natural.width()), hundredthsFromPixels(natural.height()),
                    contents.scaleX, contents.scaleY);
@@ -58,13 +58,13 @@ void frmSplash::mouseReleaseEvent(QMouseEvent* event) {
 void frmSplash::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  picture_->render(&painter, rect());
+  picture_->paint(painter, rect());
 }
 
 void frmSplash::resizeEvent(QResizeEvent*) { placeLabels(); }
 
 void frmSplash::placeLabels() {
-  const QSizeF natural = picture_->defaultSize();
+  const QSizeF natural = picture_->size();
   const double across = width() / natural.width();
   const double down = height() / natural.height();
   for (QLabel* label : {ui_->lblVersion, ui_->lblYear}) {

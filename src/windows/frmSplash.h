@@ -7,7 +7,7 @@
 
 #include "windows/SplashTexts.h"
 
-class QSvgRenderer;
+class Drawing;
 namespace Ui {
 class frmSplash;
 }
@@ -43,5 +43,5 @@ class frmSplash : public QWidget {
   void placeLabels();
 
   std::unique_ptr<Ui::frmSplash> ui_;
-  std::unique_ptr<QSvgRenderer> picture_;
+  std::unique_ptr<Drawing> picture_;
 };

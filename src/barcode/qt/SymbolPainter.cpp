@@ -61,3 +61,19 @@ void SymbolPainter::paint(QPainter& painter, QPoint corner, int module,
     x = next;
   }
 }
+
+QPainterPath SymbolPainter::outline(int module) const {
+  QPainterPath path;
+  path.setFillRule(Qt::WindingFill);
+  const int baseline = font_.ascent() * module;
+  int x = kQuietZone * module;
+  for (const char16_t character : text_) {
+    const BarFont::Glyph& glyph = font_.glyph(character);
+    for (const QRect& bar : glyph.bars) {
+      path.addRect(QRect(QPoint(x, baseline) + bar.topLeft() * module, bar.size() * module));
+    }
+    path.addPath(QTransform(module, 0, 0, module, x, baseline).map(glyph.label));
+    x += glyph.advance * module;
+  }
+  return path;
+}

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QPainter>
+#include <QPainterPath>
 #include <QRect>
 #include <QSize>
 
@@ -47,6 +48,9 @@ class SymbolPainter {
   // labels that lie outside `visible` may be left out.
   void paint(QPainter& painter, QPoint corner, int module, const QRect& visible) const;
   void paint(QPainter& painter, QPoint corner, int module) const;
+
+  // The same as one outline (nonzero fill), from the origin on.
+  QPainterPath outline(int module) const;
 
  private:
   const BarFont& font_;

@@ -2,7 +2,6 @@
 #include "barcode/qt/SymbolPicture.h"
 
 #include <QBuffer>
-#include <QSvgGenerator>
 #include <algorithm>
 #include <cmath>
 
@@ -22,24 +21,45 @@ int moduleOfPicture(const SymbolPainter& symbol, int points, int dotsPerInch) {
                   moduleThatFits(wanted, symbol.size().height(), kLongestSide));
 }
 
+void addPoint(QByteArray& text, char command, QPointF point) {
+  text += command + QByteArray::number(point.x()) + ' ' + QByteArray::number(point.y());
+}
+
+// An outline in the words of a drawing's path.
+QByteArray pathData(const QPainterPath& outline) {
+  QByteArray text;
+  for (int i = 0; i < outline.elementCount(); ++i) {
+    const QPainterPath::Element& element = outline.elementAt(i);
+    switch (element.type) {
+      case QPainterPath::MoveToElement: addPoint(text, 'M', element); break;
+      case QPainterPath::LineToElement: addPoint(text, 'L', element); break;
+      case QPainterPath::CurveToElement: addPoint(text, 'C', element); break;
+      case QPainterPath::CurveToDataElement: addPoint(text, ' ', element); break;
+    }
+  }
+  return text;
+}
+
+QByteArray inMillimetres(int units, int unitsPerInch) {
+  constexpr double kMillimetresPerInch = 25.4;
+  return QByteArray::number(units * kMillimetresPerInch / unitsPerInch) + "mm";
+}
+
 QByteArray svg(const SymbolPainter& symbol, int points) {
   // A drawing has no dots of its own: one of its units is a tenth of a point.
   constexpr int kUnitsPerInch = 720;
   const int module = moduleOfPicture(symbol, points, kUnitsPerInch);
   if (module == 0) return {};
   const QSize size = symbol.size() * module;
-  QByteArray bytes;
-  QBuffer buffer(&bytes);
-  QSvgGenerator drawing;
-  drawing.setOutputDevice(&buffer);
-  drawing.setResolution(kUnitsPerInch);
-  drawing.setSize(size);
-  drawing.setViewBox(QRect(QPoint(), size));
-  QPainter painter(&drawing);
-  painter.fillRect(QRect(QPoint(), size), Qt::white);
-  symbol.paint(painter, {}, module);
-  painter.end();
-  return bytes;
+  const QByteArray width = QByteArray::number(size.width());
+  const QByteArray height = QByteArray::number(size.height());
+  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+         "<svg xmlns=\"http://www.w3.org/2000/svg\" version=\"1.1\" width=\"" +
+         inMillimetres(size.width(), kUnitsPerInch) + "\" height=\"" +
+         inMillimetres(size.height(), kUnitsPerInch) + "\" viewBox=\"0 0 " + width + ' ' + height +
+         "\">\n<rect width=\"" + width + "\" height=\"" + height +
+         "\" fill=\"#ffffff\"/>\n<path fill=\"#000000\" fill-rule=\"nonzero\" d=\"" +
+         pathData(symbol.outline(module)) + "\"/>\n</svg>\n";
 }
 
 }  // namespace

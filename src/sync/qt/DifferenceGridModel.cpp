@@ -4,15 +4,13 @@
 #include <QFont>
 
 #include "platform/qt/QtText.h"
-#include "windows/qt/Assets.h"
+#include "windows/qt/Drawing.h"
 
 namespace {
 
 constexpr TextView kArrows[2][2] = {{u"flecheD", u"flecheDn"}, {u"flecheG", u"flecheGn"}};
 
-QIcon arrow(TextView name) {
-  return QIcon(assetPath(QStringLiteral("arrows/") + toQt(name) + QStringLiteral(".svg")));
-}
+QIcon arrow(TextView name) { return drawingIcon(QStringLiteral("arrows/") + toQt(name)); }
 
 Qt::Alignment alignmentOf(int column) {
   const bool isSize = kGridColumns[static_cast<std::size_t>(column)].header == u"Poids";

@@ -2,14 +2,10 @@
 #pragma once
 
 #include <QIcon>
-#include <QString>
 
 #include "text/Text.h"
 
 // The pictures that are built into the program.
-
-// The name under which Qt opens the asset `file`, such as "splash.svg".
-QString assetPath(const QString& file);
 
 // The image of `key` in the main window's image list. Null when there is none.
 QIcon imageOfKey(TextView key);
