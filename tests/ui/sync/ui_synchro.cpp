@@ -25,7 +25,7 @@
 #include "sync/qt/DefilerGrille.h"
 #include "sync/qt/modControlBox.h"
 #include "ui/UiMain.h"
-#include "windows/qt/Assets.h"
+#include "windows/qt/Drawing.h"
 
 namespace {
 
@@ -511,8 +511,9 @@ TEST_F(Synchro, EveryKindHasItsArrowInTheMiddleOfItsCell) {
     const auto icon = grid().model()->index(row, 4).data(Qt::DecorationRole).value<QIcon>();
     ASSERT_FALSE(icon.isNull()) << row;
     arrows.push_back(icon.pixmap(16, 16).toImage());
-    const QString file = assetPath(QStringLiteral("arrows/%1.svg").arg(QLatin1String(names[row])));
-    EXPECT_EQ(arrows.back(), QIcon(file).pixmap(16, 16).toImage()) << names[row];
+    const QIcon wanted = drawingIcon(QStringLiteral("arrows/") + QLatin1String(names[row]));
+    ASSERT_FALSE(wanted.isNull()) << names[row];
+    EXPECT_EQ(arrows.back(), wanted.pixmap(16, 16).toImage()) << names[row];
     for (int before = 0; before < row; ++before) {
       EXPECT_NE(arrows[static_cast<std::size_t>(before)], arrows.back());
     }
