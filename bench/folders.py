@@ -33,15 +33,16 @@ def build_tree(root, files, data):
             file.write(data)
 
 
-def run(command):
-    """The seconds that it took, and its most memory (that of its largest process) in MiB."""
+def run(command, expected=0):
+    """The seconds that it took, and its most memory (that of its largest process) in MiB. It is to
+    end with the status `expected`."""
     with tempfile.TemporaryFile() as errors:
         begin = time.monotonic()
         process = subprocess.Popen(command, stdout=subprocess.DEVNULL, stderr=errors)
         _, status, used = os.wait4(process.pid, 0)
         seconds = time.monotonic() - begin
         process.returncode = os.waitstatus_to_exitcode(status)
-        if process.returncode:
+        if process.returncode != expected:
             errors.seek(0)
             sys.exit(f"{command}: {errors.read().decode(errors='replace')}")
     return seconds, used.ru_maxrss / 1024

@@ -12,7 +12,7 @@ building_packages=(
   python3-fonttools)
 
 running_packages=(
-  qt6-qpa-plugins 'libqt6svg6|libqt6svg6t64' xdg-utils file)
+  qt6-qpa-plugins qt6-translations-l10n 'libqt6svg6|libqt6svg6t64' xdg-utils file)
 
 # A desktop on a machine without a screen, and a browser that can be driven on it.
 demonstration_packages=(
@@ -22,7 +22,8 @@ demonstration_packages=(
 testing_packages=(
   libgtest-dev libgmock-dev libsqlite3-dev xauth strace dbus-daemon x11-utils nodejs
   python3-pil zbar-tools 'libzxing-dev|libzxingcore-dev' poppler-utils fontconfig
-  dosfstools exfatprogs exfat-fuse desktop-file-utils appstream man-db lintian
+  dosfstools exfatprogs exfat-fuse btrfs-progs xfsprogs desktop-file-utils appstream man-db lintian
+  at-spi2-core python3-gi gir1.2-glib-2.0
   clang 'libclang-rt-dev|libclang-rt-14-dev')
 
 # The program for Windows, cross-compiled and run under Wine.
@@ -32,7 +33,10 @@ windows_packages=(g++-mingw-w64-x86-64-posix googletest wine64 wine)
 windows_program_packages=(
   "${windows_packages[@]}" dpkg-dev qt6-base-dev qt6-base-dev-tools nsis)
 
-full_testing_packages=(clang-tidy clang-format)
+full_testing_packages=(clang-tidy clang-format user-mode-linux kmod)
+
+# The programs that bench/desktop_peers.py measures beside this one.
+comparing_packages=(copyq keepassxc zint-qt)
 
 # Asks the package database once: a question for each package would cost seconds.
 declare -A installed_packages=()

@@ -15,13 +15,16 @@
 #include "platform/System.h"
 #include "platform/Version.h"
 #include "platform/qt/EventNotifier.h"
+#include "platform/qt/FrenchToolkit.h"
 #include "platform/qt/MessageBoxQuestions.h"
+#include "platform/qt/ScreenReaderRoles.h"
 #include "setup/FolderUpdate.h"
 #include "text/Paths.h"
 #include "text/Split.h"
 #include "text/Utf.h"
 #include "tray/Launchers.h"
 #include "windows/qt/Assets.h"
+#include "windows/qt/LegiblePalette.h"
 
 namespace {
 
@@ -126,6 +129,9 @@ int main(int argc, char** argv) {
   QApplication::setDesktopFileName(QStringLiteral("tavrollo"));
   QApplication::setWindowIcon(programIcon());
   QApplication::setQuitOnLastWindowClosed(false);
+  speakFrench();
+  tellScreenReaderRoles();
+  makePaletteLegible();
 
   const std::optional<Options> options = parseOptions(ownArguments(argc, argv));
   if (!options) {

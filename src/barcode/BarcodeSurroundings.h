@@ -16,7 +16,8 @@ struct BarcodeSurroundings {
   Questions& questions;
   std::function<Text()> fontPage;  // the address of the page about the fonts
 
-  // As ModcodeBarre::CodeBar.
-  std::function<Text(std::uint8_t type, TextView source, TextView addOn, bool withCheck)> encode =
-      ModcodeBarre::CodeBar;
+  // As ModcodeBarre::CodeBarInto.
+  std::function<void(Text& result, std::uint8_t type, TextView source, TextView addOn,
+                     bool withCheck)>
+      encode = ModcodeBarre::CodeBarInto;
 };

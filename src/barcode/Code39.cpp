@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 
+#include "barcode/Encoders.h"
 #include "barcode/ModcodeBarre.h"
 
 namespace {
@@ -22,12 +23,17 @@ bool isEncodable(char16_t character) {
 
 }  // namespace
 
-Text ModcodeBarre::Code39(TextView text) {
-  if (!std::all_of(text.begin(), text.end(), isEncodable)) return {};
-  Text result;
+void encodeCode39(Text& result, TextView text) {
+  result.clear();
+  if (!std::all_of(text.begin(), text.end(), isEncodable)) return;
   result.reserve(text.size() + 2);
   result += kStartAndStop;
   result += text;
   result += kStartAndStop;
+}
+
+Text ModcodeBarre::Code39(TextView text) {
+  Text result;
+  encodeCode39(result, text);
   return result;
 }

@@ -1,12 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "barcode/Ean.h"
-
+#include <algorithm>
 #include <array>
+#include <span>
 
 #include "barcode/Digits.h"
+#include "barcode/Encoders.h"
 #include "barcode/ModcodeBarre.h"
 
 namespace {
+
+constexpr std::size_t kDigits13 = 12;  // without the check digit
+constexpr std::size_t kDigits8 = 7;
+constexpr std::size_t kShortAddOn = 2;
+constexpr std::size_t kLongAddOn = 5;
 
 // The symbols of nothing but zeros. A digit's character in each of its sets is so far behind that
 // of the zero as its value says: "A" is the zero in odd parity, "K" in even parity, "a" in the
@@ -27,70 +33,152 @@ constexpr std::array<TextView, 10> kZeros5 = {
     u"[K\\K\\A\\A\\A", u"[K\\A\\K\\A\\A", u"[K\\A\\A\\K\\A", u"[K\\A\\A\\A\\K", u"[A\\K\\K\\A\\A",
     u"[A\\A\\K\\K\\A", u"[A\\A\\A\\K\\K", u"[A\\K\\A\\K\\A", u"[A\\K\\A\\A\\K", u"[A\\A\\K\\A\\K"};
 
-void addDigit(char16_t& zero, char16_t digit) {
-  zero = static_cast<char16_t>(zero + digitValue(digit));
+constexpr std::size_t kLength13 = kZeros13[0].size();
+constexpr std::size_t kLength8 = kZeros8.size();
+constexpr std::size_t kShortLength = kZeros2[0].size();
+constexpr std::size_t kLongLength = kZeros5[0].size();
+
+// As many as a symbol has: with the number known, a processor takes many at a time.
+template <std::size_t Count>
+using Characters = std::span<const char16_t, Count>;
+
+// `text` itself, or, where it has fewer characters, `room` with zeros in front of them.
+template <std::size_t Count>
+Characters<Count> zeroFilled(TextView text, std::array<char16_t, Count>& room) {
+  if (text.size() == Count) return Characters<Count>(text.data(), Count);
+  room.fill(u'0');
+  std::copy_backward(text.begin(), text.end(), room.end());
+  return room;
 }
 
-void addCheckDigit(char16_t& zero, TextView digits) {
-  zero = static_cast<char16_t>(zero + checkDigit(digits));
+// It looks at all of them, since it would take them one by one if it might stop in their midst.
+template <std::size_t Count>
+bool areDigits(Characters<Count> characters) {
+  bool all = true;
+  for (const char16_t character : characters) all &= isDigit(character);
+  return all;
 }
 
-// Gives the appended characters.
-char16_t* append(Text& text, TextView zeros) {
-  text += zeros;
-  return text.data() + text.size() - zeros.size();
-}
-
-TextView addOnZeros(TextView digits) {
-  if (digits.size() == 2) {
-    const int value = 10 * digitValue(digits[0]) + digitValue(digits[1]);
-    return kZeros2[static_cast<std::size_t>(value % 4)];
+template <std::size_t Count>
+unsigned checkDigitOf(Characters<Count> digits) {
+  unsigned sum = 0;
+  for (std::size_t i = 0; i < Count; ++i) {
+    sum += ((Count - i) % 2 == 0 ? 1 : 3) * digitValue(digits[i]);
   }
-  const int odd = digitValue(digits[0]) + digitValue(digits[2]) + digitValue(digits[4]);
-  const int even = digitValue(digits[1]) + digitValue(digits[3]);
-  return kZeros5[static_cast<std::size_t>((3 * odd + 9 * even) % 10)];
+  return checkDigit(sum);
+}
+
+char16_t digitFrom(char16_t zero, unsigned value) { return static_cast<char16_t>(zero + value); }
+
+// Writes the digits, the check digit and the guards behind the `Left` digits of the left half and
+// at the end, and gives the end. `zeros` are the symbol from the first digit on.
+template <std::size_t Left, std::size_t Count>
+char16_t* writeDigits(char16_t* place, const char16_t* zeros, Characters<Count> digits) {
+  for (std::size_t i = 0; i < Left; ++i) place[i] = digitFrom(zeros[i], digitValue(digits[i]));
+  place[Left] = zeros[Left];
+  for (std::size_t i = Left; i < Count; ++i) {
+    place[i + 1] = digitFrom(zeros[i + 1], digitValue(digits[i]));
+  }
+  place[Count + 1] = digitFrom(zeros[Count + 1], checkDigitOf(digits));
+  place[Count + 2] = zeros[Count + 2];
+  return place + Count + 3;
+}
+
+// These write a symbol and give its end. They put zeros in front of too few digits; where a
+// character is none they give `begin`.
+
+char16_t* writeEan13(char16_t* begin, TextView text) {
+  std::array<char16_t, kDigits13> room;
+  const auto digits = zeroFilled(text, room);
+  if (!areDigits(digits)) return begin;
+  return writeDigits<7>(begin, kZeros13[digitValue(digits[0])].data(), digits);
+}
+
+char16_t* writeEan8(char16_t* begin, TextView text) {
+  std::array<char16_t, kDigits8> room;
+  const auto digits = zeroFilled(text, room);
+  if (!areDigits(digits)) return begin;
+  *begin = kZeros8[0];
+  return writeDigits<4>(begin + 1, kZeros8.data() + 1, digits);
+}
+
+template <std::size_t Count>
+char16_t* writeAddOnDigits(char16_t* place, TextView zeros, Characters<Count> digits) {
+  for (std::size_t i = 0; i < Count; ++i) {
+    *place++ = zeros[2 * i];
+    *place++ = digitFrom(zeros[2 * i + 1], digitValue(digits[i]));
+  }
+  return place;
+}
+
+char16_t* writeShortAddOn(char16_t* begin, TextView text) {
+  std::array<char16_t, kShortAddOn> room;
+  const auto digits = zeroFilled(text, room);
+  if (!areDigits(digits)) return begin;
+  const unsigned number = 10 * digitValue(digits[0]) + digitValue(digits[1]);
+  return writeAddOnDigits(begin, kZeros2[number % 4], digits);
+}
+
+char16_t* writeLongAddOn(char16_t* begin, TextView text) {
+  std::array<char16_t, kLongAddOn> room;
+  const auto digits = zeroFilled(text, room);
+  if (!areDigits(digits)) return begin;
+  const unsigned odd = digitValue(digits[0]) + digitValue(digits[2]) + digitValue(digits[4]);
+  const unsigned even = digitValue(digits[1]) + digitValue(digits[3]);
+  return writeAddOnDigits(begin, kZeros5[(3 * odd + 9 * even) % 10], digits);
+}
+
+char16_t* writeAddOn(char16_t* begin, TextView text) {
+  if (text.empty()) return begin;
+  return text.size() <= kShortAddOn ? writeShortAddOn(begin, text) : writeLongAddOn(begin, text);
+}
+
+std::size_t addOnLength(TextView digits) {
+  if (digits.empty()) return 0;
+  return digits.size() <= kShortAddOn ? kShortLength : kLongLength;
+}
+
+// What is too long for `count` digits, else `addOn`; five characters at most.
+TextView addOnOf(TextView source, TextView addOn, std::size_t count) {
+  return (source.size() > count ? source.substr(count) : addOn).substr(0, kLongAddOn);
+}
+
+void cutAt(Text& text, const char16_t* end) {
+  text.resize(static_cast<std::size_t>(end - text.data()));
 }
 
 }  // namespace
 
-void appendEan13(Text& text, TextView digits) {
-  if (digits.size() != kDigits13 || !areDigits(digits)) return;
-  char16_t* symbol = append(text, kZeros13[static_cast<std::size_t>(digitValue(digits[0]))]);
-  constexpr std::size_t kLeft = 7;  // those in front of the centre guard
-  for (std::size_t i = 0; i < kLeft; ++i) addDigit(symbol[i], digits[i]);
-  for (std::size_t i = kLeft; i < kDigits13; ++i) addDigit(symbol[i + 1], digits[i]);
-  addCheckDigit(symbol[kDigits13 + 1], digits);
+void encodeEan13(Text& result, TextView source, TextView addOn) {
+  addOn = addOnOf(source, addOn, kDigits13);
+  result.resize(kLength13 + addOnLength(addOn));
+  char16_t* const end = writeEan13(result.data(), source.substr(0, kDigits13));
+  cutAt(result, writeAddOn(end, addOn));
 }
 
-void appendEan8(Text& text, TextView digits) {
-  if (digits.size() != kDigits8 || !areDigits(digits)) return;
-  char16_t* symbol = append(text, kZeros8);
-  constexpr std::size_t kLeft = 4;
-  for (std::size_t i = 0; i < kLeft; ++i) addDigit(symbol[i + 1], digits[i]);
-  for (std::size_t i = kLeft; i < kDigits8; ++i) addDigit(symbol[i + 2], digits[i]);
-  addCheckDigit(symbol[kDigits8 + 2], digits);
-}
-
-void appendEanAddOn(Text& text, TextView digits) {
-  if ((digits.size() != 2 && digits.size() != kAddOnDigits) || !areDigits(digits)) return;
-  char16_t* symbol = append(text, addOnZeros(digits));
-  for (std::size_t i = 0; i < digits.size(); ++i) addDigit(symbol[2 * i + 1], digits[i]);
+void encodeEan8(Text& result, TextView source, TextView addOn) {
+  addOn = addOnOf(source, addOn, kDigits8);
+  result.resize(kLength8 + addOnLength(addOn));
+  char16_t* const end = writeEan8(result.data(), source.substr(0, kDigits8));
+  cutAt(result, writeAddOn(end, addOn));
 }
 
 Text ModcodeBarre::EAN13(TextView digits) {
-  Text text;
-  appendEan13(text, digits);
-  return text;
+  Text result;
+  if (digits.size() == kDigits13) encodeEan13(result, digits, {});
+  return result;
 }
 
 Text ModcodeBarre::EAN8(TextView digits) {
-  Text text;
-  appendEan8(text, digits);
-  return text;
+  Text result;
+  if (digits.size() == kDigits8) encodeEan8(result, digits, {});
+  return result;
 }
 
 Text ModcodeBarre::EANAddOn(TextView digits) {
-  Text text;
-  appendEanAddOn(text, digits);
-  return text;
+  Text result;
+  if (digits.size() != kShortAddOn && digits.size() != kLongAddOn) return result;
+  result.resize(addOnLength(digits));
+  cutAt(result, writeAddOn(result.data(), digits));
+  return result;
 }

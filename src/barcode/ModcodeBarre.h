@@ -28,6 +28,10 @@ inline constexpr std::uint8_t kCode128 = 5;
 // never.
 Text CodeBar(std::uint8_t type, TextView source, TextView addOn, bool withCheck);
 
+// CodeBar in the place of what `result` holds, for whoever makes many: a text that has had room for
+// a symbol of this length allocates nothing. `source` and `addOn` must not lie in it.
+void CodeBarInto(Text& result, std::uint8_t type, TextView source, TextView addOn, bool withCheck);
+
 // ISO/IEC 16388: capitals, digits, space and $ % + - . / between start and stop; no check
 // character.
 Text Code39(TextView text);

@@ -17,6 +17,7 @@
 #include "platform/Guarded.h"
 #include "platform/qt/Centre.h"
 #include "platform/qt/QtText.h"
+#include "platform/qt/ReturnKey.h"
 #include "ui_frmCodeBarrePrev.h"
 
 namespace {
@@ -30,6 +31,7 @@ frmCodeBarrePrev::frmCodeBarrePrev(BarcodeSurroundings surroundings, PrinterChoi
       CommonDialog1_(std::move(CommonDialog1)),
       ui_(std::make_unique<Ui::frmCodeBarrePrev>()) {
   ui_->setupUi(this);
+  pressWithReturn(*this);
   connectControls();
 }
 
@@ -83,6 +85,8 @@ void frmCodeBarrePrev::Form_Load() {
   ui_->OptType_2->setChecked(true);
   OptType_Click(kEan13Option);
   ui_->rtbCBar->setFontSize(kUsualFontSize);
+  // What everybody begins with, though it is not the first in the order.
+  ui_->txtSource->setFocus();
 }
 
 void frmCodeBarrePrev::OptType_Click(int index) {
@@ -98,13 +102,15 @@ void frmCodeBarrePrev::OptType_Click(int index) {
 }
 
 void frmCodeBarrePrev::txtSource_Change() {
-  Text result;
+  const QString source = ui_->txtSource->text();
+  const QString addOn = ui_->TxtAdd->text();
+  result_.clear();
   guardedly(u"fonction CodeBar()", [&] {
-    result = to_.encode(type_, fromQt(ui_->txtSource->text()), fromQt(ui_->TxtAdd->text()),
-                        ui_->chkKey25i->isChecked());
+    to_.encode(result_, type_, viewOf(source), viewOf(addOn), ui_->chkKey25i->isChecked());
   });
-  ui_->txtCBar->setText(toQt(result));
+  ui_->txtCBar->setText(toQt(result_));
   ui_->rtbCBar->setText(fromQt(ui_->txtCBar->text()));
+  ui_->rtbCBar->setAccessibleDescription(ui_->txtCBar->text());
   const bool hasSymbol = !symbol(ui_->rtbCBar->text()).isEmpty();
   ui_->cmdSaveImage->setEnabled(hasSymbol);
   ui_->cmdCopyImage->setEnabled(hasSymbol);

@@ -51,4 +51,5 @@ class frmCodeBarrePrev : public QDialog {
   PrinterChoice CommonDialog1_;
   std::unique_ptr<Ui::frmCodeBarrePrev> ui_;
   std::uint8_t type_ = 0;  // CodeBar's
+  Text result_;            // of the last keystroke; the next one uses its room again
 };

@@ -5,6 +5,7 @@
 #include <QScrollBar>
 
 #include "platform/qt/QtText.h"
+#include "platform/qt/ReturnKey.h"
 #include "text/Split.h"
 #include "ui_frmDebug.h"
 #include "windows/qt/AlwaysOnTheTop.h"
@@ -18,6 +19,7 @@ QString shown(const Text& text) { return toQt(withPlainLineBreaks(text)); }
 frmDebug::frmDebug(TraceBuffer& trace, DebugCommands commands)
     : trace_(trace), commands_(std::move(commands)), ui_(std::make_unique<Ui::frmDebug>()) {
   ui_->setupUi(this);
+  pressWithReturn(*this);
   ui_->rtbDebug->setMaximumBlockCount(static_cast<int>(TraceBuffer::kMostMessages));
   ui_->rtbDebug->setTabChangesFocus(true);
   MettreAuPremierPlan(*this, true);

@@ -62,3 +62,11 @@ Text searchResultText(std::size_t count) {
 }
 
 Text searchEndText() { return u"Recherche terminée"; }
+
+Text searchAgainText() {
+  return u"Le navigateur crée ce fichier quand il démarre : lancez-le une fois, puis cliquez sur « Chercher ».";
+}
+
+Text storeChosenText() {
+  return u"Fichier choisi : il est essayé dans Firefox. Vous pouvez fermer cette fenêtre.";
+}

@@ -30,3 +30,10 @@ Text searchResultText(std::size_t count);
 
 // What the search window shows in the place of a folder when the search is over.
 Text searchEndText();
+
+// What to do when no store was found, below the empty list: the usual reason is a browser that
+// never ran.
+Text searchAgainText();
+
+// What is left to do when the store was chosen.
+Text storeChosenText();

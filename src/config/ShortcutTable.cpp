@@ -20,8 +20,8 @@ void ShortcutTable::load(std::int32_t freeId, std::vector<Shortcut> rows) {
   announceChange();
 }
 
-void ShortcutTable::raiseFreeId(std::int32_t freeId) {
-  if (freeId <= freeId_) return;
+void ShortcutTable::setFreeId(std::int32_t freeId) {
+  if (freeId == freeId_) return;
   freeId_ = freeId;
   announceChange();
 }

@@ -37,9 +37,9 @@ class ShortcutTable {
   // Everything at once, as loaded.
   void load(std::int32_t freeId, std::vector<Shortcut> rows);
 
-  // The number read from the table's file anew. It never goes down: keys given meanwhile would be
-  // given again.
-  void raiseFreeId(std::int32_t freeId);
+  // The number alone, as read from the table's file anew; it may go down. The rows stay, and a
+  // table that was never loaded still counts as such.
+  void setFreeId(std::int32_t freeId);
 
   // A key never given before: nine digits of FreeId, which then goes up by one (it stays at the
   // greatest 32-bit number).

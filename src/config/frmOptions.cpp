@@ -13,6 +13,7 @@
 #include "platform/Guarded.h"
 #include "platform/qt/Centre.h"
 #include "platform/qt/ClickHandler.h"
+#include "platform/qt/ReturnKey.h"
 #include "ui_frmOptions.h"
 
 namespace {
@@ -38,6 +39,7 @@ frmOptions::frmOptions(OptionsSurroundings surroundings)
   ui_->tbsOptions->addTab(browser_, QStringLiteral("Navigateur"));
   ui_->tbsOptions->addTab(display_, QStringLiteral("Affichage"));
   ui_->tbsOptions->addTab(system_, QStringLiteral("Système"));
+  pressWithReturn(*this);
   // The pages came behind the buttons: the tab key is to go through the page first.
   setTabOrder(lastControl(system_), ui_->cmdOk);
   setTabOrder(ui_->cmdOk, ui_->cmdClose);

@@ -11,11 +11,13 @@
 #include "platform/qt/Centre.h"
 #include "platform/qt/ClickHandler.h"
 #include "platform/qt/QtText.h"
+#include "platform/qt/ReturnKey.h"
 #include "ui_frmRecursiveSearch.h"
 
 frmRecursiveSearch::frmRecursiveSearch(SearchSurroundings surroundings)
     : to_(std::move(surroundings)), ui_(std::make_unique<Ui::frmRecursiveSearch>()) {
   ui_->setupUi(this);
+  pressWithReturn(*this);
   ui_->cmdClose->hide();  // until there is an outcome
   centre(*this);
 
@@ -77,6 +79,7 @@ void frmRecursiveSearch::LancerLaRecherche_FSO() {
   ui_->cmdOk->setEnabled(false);
   ui_->listResult->clear();
   ui_->labNbre->clear();
+  ui_->labDetails->clear();
 
   const SearchEnd end = walk();
   ui_->List1->clear();
@@ -128,12 +131,14 @@ void frmRecursiveSearch::concludeSearch() {
   to_.showSettings();
 
   if (count == 0) {
+    ui_->labDetails->setText(toQt(searchAgainText()));
     to_.questions.ask(noCookieStoreBox());
     to_.settings.cookiesPath.clear();
     to_.storeNotFound();
+    ui_->cmdOk->setFocus();
   } else if (count == 1) {
     to_.settings.cookiesPath = result(0);
-    to_.storeChosen(result(0));
+    choose(result(0));
   } else {
     choiceAllowed_ = true;
     to_.questions.ask(severalCookieStoresBox(count));
@@ -148,5 +153,11 @@ void frmRecursiveSearch::listResult_Click() {
   if (!choiceAllowed_ || row < 0) return;
   const Text path = result(row);
   to_.settings.cookiesPath = path;
-  if (to_.questions.ask(confirmCookieStoreBox(path)) == Answer::Yes) to_.storeChosen(path);
+  if (to_.questions.ask(confirmCookieStoreBox(path)) == Answer::Yes) choose(path);
+}
+
+// The window stays until it is closed, and the page that opens may lie below it.
+void frmRecursiveSearch::choose(const Text& path) {
+  ui_->labDetails->setText(toQt(storeChosenText()));
+  to_.storeChosen(path);
 }

@@ -56,6 +56,7 @@ class frmRecursiveSearch : public QDialog {
   void addResult(const Text& path);
   void showDetails(int row);
   void concludeSearch();
+  void choose(const Text& path);
   Text result(int row) const;
 
   SearchSurroundings to_;

@@ -26,6 +26,16 @@ TextView pictureFor(SyncAction action) {
   return {};
 }
 
+TextView wordsFor(SyncAction action) {
+  switch (action) {
+    case SyncAction::NewInSource: return u"Nouveau, à copier vers la sauvegarde";
+    case SyncAction::SourceNewer: return u"Plus récent, à copier vers la sauvegarde";
+    case SyncAction::NewInBackup: return u"Nouveau, à copier depuis la sauvegarde";
+    case SyncAction::BackupNewer: return u"Plus récent, à copier depuis la sauvegarde";
+  }
+  return {};
+}
+
 int overwrittenColumn(SyncAction action) {
   switch (action) {
     case SyncAction::SourceNewer: return kBackupColumn;
@@ -50,6 +60,7 @@ GridRow gridRow(const Listing& source, const Listing& backup, const DifferenceRo
                 const LocaleData& locale) {
   GridRow shown{.cells = {},
                 .picture = Text(pictureFor(row.action)),
+                .pictureInWords = Text(wordsFor(row.action)),
                 .emphasised = overwrittenColumn(row.action)};
   shown.cells[0] = numberText(static_cast<std::int64_t>(row.action));
   fillSide(shown, kSourceColumn, source, row.source, locale);

@@ -27,11 +27,13 @@ inline constexpr std::array<GridColumn, 8> kGridColumns = {{
 inline constexpr int kSourceColumn = 1;
 inline constexpr int kPictureColumn = 4;
 inline constexpr int kBackupColumn = 5;
+inline constexpr TextView kPictureHeader = u"Sens de la copie";  // is heard, not seen
 inline constexpr int kNoColumn = -1;
 
 struct GridRow {
   std::array<Text, 8> cells;   // the first one is the action's code
   Text picture;                // the arrow's name
+  Text pictureInWords;         // what the arrow says
   int emphasised = kNoColumn;  // the path that the copy will overwrite
 };
 

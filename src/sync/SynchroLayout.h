@@ -6,9 +6,10 @@
 // Where the synchronisation window's controls go when it grows: the backup's side moves with half
 // of what was gained, the table gets all of it and its two path columns share it.
 
-// The size for which the window was drawn; it is never smaller.
-inline constexpr Twips kSynchroWidth = 15375;
-inline constexpr Twips kSynchroHeight = 8520;
+// The size for which the window was drawn; it is never smaller. With its frame it has room on a
+// screen of 1024 by 600 pixels.
+inline constexpr Twips kSynchroWidth = 15315;
+inline constexpr Twips kSynchroHeight = 8490;
 
 struct SynchroLayout {
   double backupCountLeft;    // labNbre, element 2

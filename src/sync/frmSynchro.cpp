@@ -10,6 +10,7 @@
 #include "platform/qt/Centre.h"
 #include "platform/qt/ClickHandler.h"
 #include "platform/qt/QtText.h"
+#include "platform/qt/ReturnKey.h"
 #include "sync/BackupFolder.h"
 #include "sync/SyncPaths.h"
 #include "sync/SyncTexts.h"
@@ -71,6 +72,7 @@ frmSynchro::frmSynchro(SynchroSurroundings surroundings)
       sync_(to_.questions, *this),
       model_(sync_, to_.locale) {
   ui_->setupUi(this);
+  pressWithReturn(*this);
   labDir_ = {ui_->labDir_0, ui_->labDir_1, ui_->labDir_2};
   labNbre_ = {nullptr, ui_->labNbre_1, ui_->labNbre_2};
   ui_->cmdPath->setIcon(imageOfKey(u"backup"));
@@ -103,7 +105,6 @@ void frmSynchro::connectControls() {
 void frmSynchro::Form_Load() {
   open_ = true;
   setMinimumSize(pixelsFromTwips(kSynchroWidth), pixelsFromTwips(kSynchroHeight));
-  resize(minimumSize());
   ui_->Grid->viewport()->installEventFilter(this);
   EnleverFermer(*this);
   if (!isBackupFolder(to_.settings.backupPath)) {
@@ -115,7 +116,6 @@ void frmSynchro::Form_Load() {
   centre(*this);
   ui_->txtPath->setText(toQt(AjouterAntislash(to_.settings.backupPath)));
   setUpDifferenceGrid(*ui_->Grid, to_.locale);
-  Form_Resize();
 }
 
 void frmSynchro::resizeEvent(QResizeEvent* event) {

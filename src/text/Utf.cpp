@@ -90,8 +90,8 @@ bool carriesByte(char16_t unit) { return unit >= 0xDC80 && unit <= 0xDCFF; }
 
 enum class IllFormed { Replace, Carry };
 
-Text decode(std::string_view bytes, IllFormed policy) {
-  Text text;
+void decode(Text& text, std::string_view bytes, IllFormed policy) {
+  text.clear();
   text.reserve(bytes.size());
   for (std::size_t at = 0; at < bytes.size();) {
     const Decoded part = decodeAt(bytes, at);
@@ -104,11 +104,16 @@ Text decode(std::string_view bytes, IllFormed policy) {
     }
     at += part.length;
   }
+}
+
+Text decoded(std::string_view bytes, IllFormed policy) {
+  Text text;
+  decode(text, bytes, policy);
   return text;
 }
 
-std::string encode(TextView text, IllFormed policy) {
-  std::string bytes;
+void encode(std::string& bytes, TextView text, IllFormed policy) {
+  bytes.clear();
   bytes.reserve(text.size());
   for (std::size_t i = 0; i < text.size(); ++i) {
     const char16_t unit = text[i];
@@ -123,14 +128,25 @@ std::string encode(TextView text, IllFormed policy) {
       append(bytes, unit);
     }
   }
+}
+
+std::string encoded(TextView text, IllFormed policy) {
+  std::string bytes;
+  encode(bytes, text, policy);
   return bytes;
 }
 
 }  // namespace
 
-Text fromUtf8(std::string_view bytes) { return decode(bytes, IllFormed::Replace); }
+Text fromUtf8(std::string_view bytes) { return decoded(bytes, IllFormed::Replace); }
 
-std::string toUtf8(TextView text) { return encode(text, IllFormed::Replace); }
+std::string toUtf8(TextView text) { return encoded(text, IllFormed::Replace); }
+
+void fromUtf8Into(Text& result, std::string_view bytes) {
+  decode(result, bytes, IllFormed::Replace);
+}
+
+void toUtf8Into(std::string& result, TextView text) { encode(result, text, IllFormed::Replace); }
 
 bool isValidUtf8(std::string_view bytes) {
   for (std::size_t at = 0; at < bytes.size();) {
@@ -148,6 +164,6 @@ bool looksLikeUtf8(std::string_view bytes) {
   return false;
 }
 
-Text fromUtf8Lossless(std::string_view bytes) { return decode(bytes, IllFormed::Carry); }
+Text fromUtf8Lossless(std::string_view bytes) { return decoded(bytes, IllFormed::Carry); }
 
-std::string toUtf8Lossless(TextView text) { return encode(text, IllFormed::Carry); }
+std::string toUtf8Lossless(TextView text) { return encoded(text, IllFormed::Carry); }

@@ -11,6 +11,10 @@ Text fromUtf8(std::string_view bytes);
 // Never fails: a surrogate without its partner becomes U+FFFD.
 std::string toUtf8(TextView text);
 
+// The same in the place of what `result` holds, whose room is used again.
+void fromUtf8Into(Text& result, std::string_view bytes);
+void toUtf8Into(std::string& result, TextView text);
+
 // True when `bytes` are well-formed UTF-8 (also when empty).
 bool isValidUtf8(std::string_view bytes);
 

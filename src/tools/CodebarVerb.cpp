@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <algorithm>
+#include <array>
 #include <charconv>
 #include <csignal>
 #include <iostream>
 #include <optional>
 
 #include "barcode/ModcodeBarre.h"
-#include "text/Split.h"
 #include "text/Utf.h"
 #include "tools/Verbs.h"
 
@@ -100,29 +99,46 @@ std::optional<Request> parseRequest(const std::vector<std::string>& arguments) {
 }
 
 std::optional<Request> parseLine(std::string_view line) {
-  const std::vector<std::string_view> fields = split(line, "\t");
-  if (fields.size() < 2 || fields.size() > 4) return std::nullopt;
-  const std::optional<std::uint8_t> type = parseType(fields[0]);
-  if (!type) return std::nullopt;
-  const std::string_view key = fields.size() == 4 ? fields[3] : "0";
-  if (key != "0" && key != "1") return std::nullopt;
-  return Request{.type = *type,
-                 .source = fields[1],
-                 .addOn = fields.size() > 2 ? fields[2] : "",
-                 .withCheck = key == "1"};
+  std::array<std::string_view, 4> fields{"", "", "", "0"};
+  std::size_t count = 0;
+  for (std::size_t tab = 0; tab != std::string_view::npos; ++count) {
+    if (count == fields.size()) return std::nullopt;
+    tab = line.find('\t');
+    fields[count] = line.substr(0, tab);
+    if (tab != std::string_view::npos) line.remove_prefix(tab + 1);
+  }
+  const auto& [name, source, addOn, key] = fields;
+  const std::optional<std::uint8_t> type = parseType(name);
+  if (count < 2 || !type || (key != "0" && key != "1")) return std::nullopt;
+  return Request{.type = *type, .source = source, .addOn = addOn, .withCheck = key == "1"};
 }
 
-std::string encode(const Request& request) {
-  return toUtf8(ModcodeBarre::CodeBar(request.type, fromUtf8(request.source),
-                                      fromUtf8(request.addOn), request.withCheck));
-}
+// Encodes one request after the other; what they need is allocated once.
+class Encoder {
+ public:
+  // The font's characters in UTF-8, until the next call.
+  const std::string& encode(const Request& request) {
+    fromUtf8Into(source_, request.source);
+    fromUtf8Into(addOn_, request.addOn);
+    ModcodeBarre::CodeBarInto(result_, request.type, source_, addOn_, request.withCheck);
+    toUtf8Into(bytes_, result_);
+    return bytes_;
+  }
+
+ private:
+  Text source_;
+  Text addOn_;
+  Text result_;
+  std::string bytes_;
+};
 
 // Whoever gives one line and waits for its answer gets it; who gives many is not slowed down.
 int encodeLines(std::istream& in, std::ostream& out) {
   std::string line;
+  Encoder encoder;
   while (out && std::getline(in, line)) {
     if (line.ends_with('\r')) line.pop_back();
-    if (const std::optional<Request> request = parseLine(line)) out << encode(*request);
+    if (const std::optional<Request> request = parseLine(line)) out << encoder.encode(*request);
     out << '\n';
     if (in.rdbuf()->in_avail() <= 0) out.flush();
   }
@@ -153,7 +169,7 @@ int codebarVerb(const std::vector<std::string>& arguments, std::ostream& out, st
     err << kUsage;
     return kFailed;
   }
-  const std::string result = encode(*request);
+  const std::string result = Encoder().encode(*request);
   out << result << '\n';
   return result.empty() ? kNotEncodable : kDone;
 }

@@ -3,6 +3,7 @@
 
 #include <QCloseEvent>
 
+#include "platform/qt/ReturnKey.h"
 #include "tray/TrayMenu.h"
 #include "ui_MenuWindow.h"
 #include "windows/qt/Assets.h"
@@ -13,6 +14,7 @@ MenuWindow::MenuWindow(TrayMenu& menu)
       menu_(menu),
       ui_(std::make_unique<Ui::MenuWindow>()) {
   ui_->setupUi(this);
+  pressWithReturn(*this);
   setWindowIcon(programIcon());
   ui_->cmdMenu->setIcon(programIcon());
   connect(ui_->cmdMenu, &QPushButton::clicked, this, &MenuWindow::cmdMenu_Click);

@@ -20,6 +20,7 @@ QAction* addEntry(QMenu& menu, const MenuEntry& entry) {
     case MenuEntryKind::Submenu: {
       QMenu* inner = menu.addMenu(toQt(entry.caption));
       inner->setObjectName(toQt(entry.name));
+      inner->setAccessibleName(toQt(entry.caption));
       return inner->menuAction();
     }
     case MenuEntryKind::Separator: return menu.addSeparator();
@@ -34,6 +35,7 @@ TrayMenu::TrayMenu(const std::set<TextView>& available,
                    std::function<void(TextView name)> onCommand, QObject* parent)
     : QObject(parent), menu_(toQt(kMenuCaption)), onCommand_(std::move(onCommand)) {
   menu_.setObjectName(toQt(kMenuName));
+  menu_.setAccessibleName(toQt(kMenuCaption));
   for (const MenuEntry& entry : menuEntries()) {
     QAction* made = addEntry(submenu(menu_, entry.parent), entry);
     made->setObjectName(toQt(entry.name));

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tray/frmInfos.h"
 
+#include <QAccessible>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QScreen>
 #include <utility>
 
 #include "platform/qt/QtText.h"
+#include "platform/qt/ScreenReaderRoles.h"
 #include "tray/DesktopNotice.h"
 #include "ui_frmInfos.h"
 #include "windows/qt/AlwaysOnTheTop.h"
@@ -35,7 +37,9 @@ frmInfos::frmInfos(std::unique_ptr<DesktopNotice> desktop)
       desktop_(std::move(desktop)),
       motion_({twipsFromPixels(kWidth), twipsFromPixels(kHeight)}),
       Timer1_(this) {
+  setScreenReaderRole(*this, QAccessible::Notification);
   ui_->setupUi(this);
+  ui_->lblInfos->setForegroundRole(QPalette::Text);  // it lies on the colour of boxes
   setFixedSize(kWidth, kHeight);
   setAttribute(Qt::WA_ShowWithoutActivating);
   ui_->lblIcon->setPixmap(programIcon().pixmap(QSize(kIconSize, kIconSize), devicePixelRatioF()));
@@ -74,6 +78,9 @@ void frmInfos::showNotice(TextView text) {
   motion_.show();
   follow();
   raise();
+  // It waits below the screen, which counts as shown: nothing else tells that it comes.
+  QAccessibleEvent comes(this, QAccessible::ObjectShow);
+  QAccessible::updateAccessibility(&comes);
 }
 
 void frmInfos::mousePressEvent(QMouseEvent*) { Form_Click(); }

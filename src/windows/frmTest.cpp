@@ -7,6 +7,7 @@
 #include "platform/Files.h"
 #include "platform/qt/Centre.h"
 #include "platform/qt/QtText.h"
+#include "platform/qt/ReturnKey.h"
 #include "text/EncodeDecodeUtf8.h"
 #include "ui_frmTest.h"
 #include "windows/TestTable.h"
@@ -26,6 +27,7 @@ constexpr Column kColumns[] = {{u"Index", 1000}, {u"Nom Court", 4000}, {u"QrCode
 frmTest::frmTest(TestSurroundings surroundings)
     : to_(surroundings), ui_(std::make_unique<Ui::frmTest>()) {
   ui_->setupUi(this);
+  pressWithReturn(*this);
   connect(ui_->cmdEncodeUtf8, &QPushButton::clicked, this, &frmTest::cmdEncodeUtf8_Click);
   connect(ui_->cmdDecodeUtf8, &QPushButton::clicked, this, &frmTest::cmdDecodeUtf8_Click);
   connect(ui_->Grid, &QTableWidget::cellClicked, this, &frmTest::Grid_Click);
@@ -53,7 +55,7 @@ void frmTest::Form_Load() {
   } else {
     table = readTestTable(bytes, to_.locale);
   }
-  if (table.freeId) to_.shortcuts.raiseFreeId(*table.freeId);
+  if (table.freeId) to_.shortcuts.setFreeId(*table.freeId);
   for (const Shortcut& row : table.rows) {
     const int at = grid.rowCount();
     grid.insertRow(at);

@@ -74,5 +74,16 @@ class FirstStart(unittest.TestCase):
         self.assertEqual(self.written_settings()[_STORE_LINE], self.stage.firefox.store)
 
 
+class WithoutAScreen(unittest.TestCase):
+    def test_the_program_starts_on_the_toolkits_platform_without_a_screen(self):
+        with Stage(build_folder()) as stage:
+            stage.replace_browser()
+            with open(stage.firefox.store, "wb"):
+                pass
+            stage.desktop.environment["QT_QPA_PLATFORM"] = "offscreen"
+            stage.start_companion_alone()
+            self.assertTrue(stage.companion.running)
+
+
 if __name__ == "__main__":
     main()

@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The web application's own pages, by the mouse and by the keyboard alone."""
 
+import re
 import unittest
 
 from pages import Keyboard, Mouse, PupilPage, TeacherPage, wait_for_bridge
@@ -21,13 +22,28 @@ class Pages(unittest.TestCase):
 
     def test_the_start_page_shows_that_the_bridge_works(self):
         wait_for_bridge(self.page)
-        self.assertIn("Le pont fonctionne", self.page.text_of("etatTexte"))
+        self.assert_the_time_is_told()
         # Once more, by its button.
         self.page.click("boutonReessayer")
         self.page.wait_until(
             "return document.getElementById('etatPont').getAttribute('data-etat') === 'attente';")
         wait_for_bridge(self.page)
+        self.assert_the_time_is_told()
         self.assertEqual(self.started(), [])
+
+    def assert_the_time_is_told(self):
+        """In the sentence that a screen reader announces, as among the measures."""
+        def written(name):  # with its no-break spaces, which a driver's text does not tell from others
+            return self.page.run(f"return document.getElementById('{name}').textContent;")
+
+        told = re.fullmatch("Le pont fonctionne\u00a0: Tavrollo a répondu en (\\d+,\\d\u00a0s)\\.",
+                            written("etatTexte"))
+        self.assertTrue(told, written("etatTexte"))
+        self.assertEqual(written("mesureDuree"), told[1])
+        self.assertGreater(float(told[1][:-2].replace(",", ".")), 0)
+        self.assertEqual(self.page.run(
+            "return document.getElementById('etatTexte').parentElement.getAttribute('aria-live');"),
+            "polite")
 
     def test_the_start_page_says_when_nobody_answers(self):
         self.assertEqual(self.stage.companion.stop(), 0)

@@ -55,3 +55,35 @@ test('every element that a script or a label asks for is in its page, once', () 
     voulus.forEach((id) => assert.ok(ids.includes(id), page + ' : ' + id));
   });
 });
+
+// WCAG 2.1: the contrast of two colours written as #rrggbb, from 1 to 21.
+function contraste(une, autre) {
+  const luminance = (couleur) => [1, 3, 5]
+    .map((debut) => parseInt(couleur.slice(debut, debut + 2), 16) / 255)
+    .map((part) => (part <= 0.04045 ? part / 12.92 : ((part + 0.055) / 1.055) ** 2.4))
+    .reduce((somme, part, rang) => somme + part * [0.2126, 0.7152, 0.0722][rang], 0);
+  const [sombre, claire] = [luminance(une), luminance(autre)].sort((a, b) => a - b);
+  return (claire + 0.05) / (sombre + 0.05);
+}
+
+test('texts and marks stand out from what is behind them, in light and in dark', () => {
+  const feuille = fs.readFileSync(path.join(NAV, 'res_css/css/tavrollo.css'), 'utf8');
+  const palettes = Array.from(feuille.matchAll(/:root \{([^}]*)\}/g), ([, corps]) =>
+    Object.fromEntries(Array.from(corps.matchAll(/--([a-z-]+): (#[0-9a-f]{6});/g), ([, nom, couleur]) => [nom, couleur])));
+  assert.deepStrictEqual(palettes.map((palette) => Object.keys(palette).length), [16, 16]);
+  const fonds = ['fond', 'surface', 'surface-douce'];
+  const textes = [['sur-accent', ['accent', 'accent-vif']], ['encre', fonds], ['encre-douce', fonds], ['accent', fonds],
+    ['accent-vif', fonds], ['succes', ['surface', 'succes-fond']], ['attente', ['surface', 'attente-fond']],
+    ['erreur', ['surface', 'erreur-fond']]];
+  const marques = [['trait-champ', ['surface', 'fond']]];
+  palettes.forEach((palette, rang) => {
+    [[textes, 4.5], [marques, 3]].forEach(([paires, voulu]) => paires.forEach(([dessus, dessous]) => dessous.forEach((fond) => {
+      const trouve = contraste(palette[dessus], palette[fond]);
+      assert.ok(trouve >= voulu, ['claire', 'sombre'][rang] + ' : ' + dessus + ' sur ' + fond + ' : ' + trouve.toFixed(2));
+    })));
+  });
+  assert.strictEqual(contraste('#000000', '#ffffff'), 21);
+  // No rule brings a colour of its own beside the named ones.
+  const regles = feuille.replace(/:root \{[^}]*\}/g, '');
+  assert.doesNotMatch(regles, /#[0-9a-f]{3,8}\b(?=[^{}]*;)|rgb\(|hsl\(/);
+});

@@ -23,12 +23,14 @@
     document.getElementById(nom).textContent = valeur;
   }
 
+  // The state is what a screen reader announces: the time taken is to be heard, too.
   function reussir(entree) {
-    mesure('mesureDuree', vue.secondes(entree.dureeMs));
+    var duree = vue.secondes(entree.dureeMs);
+    mesure('mesureDuree', duree);
     mesure('mesureVersion', entree.reponse.version);
     mesure('mesureIntervalle', vue.secondes(Number(entree.reponse.intervalle)));
     mesure('mesureHeure', entree.reponse.heure);
-    montrer('marche', etat.dataset.texteMarche);
+    montrer('marche', etat.dataset.texteMarche.replace('{duree}', duree));
   }
 
   function suivre(entree) {

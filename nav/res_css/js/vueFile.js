@@ -3,8 +3,9 @@
 var TavrolloVueFile = (function () {
   'use strict';
 
+  // Decimal comma, and no line break in front of the unit.
   function secondes(ms) {
-    return (ms / 1000).toLocaleString('fr-FR', { minimumFractionDigits: 1, maximumFractionDigits: 1 }) + ' s';
+    return (ms / 1000).toLocaleString('fr-FR', { minimumFractionDigits: 1, maximumFractionDigits: 1 }) + '\u00a0s';
   }
 
   // The state of an entry in words.
@@ -92,3 +93,4 @@ var TavrolloVueFile = (function () {
 
   return { creer: creer, texteEtat: texteEtat, secondes: secondes, element: element };
 })();
+if (typeof module === 'object') { module.exports = TavrolloVueFile; }

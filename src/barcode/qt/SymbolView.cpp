@@ -18,8 +18,11 @@
 #include "barcode/BarcodeTexts.h"
 #include "barcode/ModuleSize.h"
 #include "platform/qt/QtText.h"
+#include "platform/qt/ScreenReaderRoles.h"
+#include "windows/qt/QtColour.h"
 
 SymbolView::SymbolView(QWidget* parent) : QAbstractScrollArea(parent), points_(kUsualFontSize) {
+  setScreenReaderRole(*this, QAccessible::Graphic);
   setFontFamily(barcodeOptions().front().font);
   setFocusPolicy(Qt::StrongFocus);
   viewport()->setCursor(Qt::IBeamCursor);
@@ -186,10 +189,11 @@ void SymbolView::paintSymbol(QPainter& painter) const {
   if (begin < end && !symbol_->isEmpty()) {
     const int left = symbol_->left(begin) * dotsOfModule;
     const int width = symbol_->left(end) * dotsOfModule - left;
-    constexpr int kPale = 170;  // bars stand out from it
+    constexpr int kPale = 170;
     painter.fillRect(
         QRect(place + QPoint(left, 0), QSize(width, symbol_->size().height() * dotsOfModule)),
-        palette().color(QPalette::Highlight).lighter(kPale));
+        toQt(standingOut(fromQt(palette().color(QPalette::Highlight).lighter(kPale)),
+                         fromQt(QColor(Qt::black)), kTextContrast)));
   }
   symbol_->paint(painter, place, dotsOfModule, QRect(QPoint(), viewport()->size() * dots.scale()));
 }

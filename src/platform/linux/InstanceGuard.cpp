@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <cerrno>
-#include <charconv>
 #include <fcntl.h>
 #include <filesystem>
 #include <string>
 #include <sys/stat.h>
 
 #include "platform/Files.h"
+#include "platform/InstanceFile.h"
 #include "platform/System.h"
 #include "platform/linux/FileDescriptor.h"
-#include "text/Split.h"
 #include "text/Utf.h"
 
 namespace {
@@ -43,17 +42,6 @@ bool hasOpen(int processId, const struct stat& file) {
   return false;
 }
 
-// What a holder leaves: its process and its program folder, one a line.
-RunningInstance parseHolder(std::string_view bytes) {
-  RunningInstance holder;
-  const std::size_t end = bytes.find('\n');
-  if (end == std::string_view::npos || !bytes.ends_with('\n')) return holder;
-  std::from_chars(bytes.data(), bytes.data() + end, holder.processId);
-  bytes.remove_suffix(1);
-  if (end < bytes.size()) holder.programFolder = fromUtf8Lossless(bytes.substr(end + 1));
-  return holder;
-}
-
 }  // namespace
 
 struct InstanceGuard::Lock {
@@ -74,8 +62,7 @@ bool InstanceGuard::acquire(const Text& programFolder) {
   struct flock lock = wholeFile();
   if (::fcntl(file.number(), F_OFD_SETLK, &lock) != 0) return errno != EAGAIN && errno != EACCES;
 
-  const std::string holder =
-      std::to_string(::getpid()) + "\n" + toUtf8Lossless(programFolder) + "\n";
+  const std::string holder = instanceFileText({::getpid(), programFolder});
   const bool written = ::ftruncate(file.number(), 0) == 0 &&
                        ::pwrite(file.number(), holder.data(), holder.size(), 0) >= 0;
   static_cast<void>(written);  // the lock holds without it; only a relaunch will not know us
@@ -93,7 +80,7 @@ std::optional<RunningInstance> runningInstance() {
   struct stat status {};
   std::string bytes;
   if (::fstat(file.number(), &status) != 0 || readFile(path, bytes)) return RunningInstance{};
-  RunningInstance holder = parseHolder(bytes);
+  RunningInstance holder = parseInstanceFile(bytes);
   // A process number of an earlier holder may by now be anyone's.
   if (holder.processId <= 0 || !hasOpen(holder.processId, status)) return RunningInstance{};
   return holder;

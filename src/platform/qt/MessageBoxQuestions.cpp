@@ -6,6 +6,7 @@
 #include <QFileDialog>
 #include <QGridLayout>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
@@ -47,6 +48,18 @@ QMessageBox::Icon iconOf(BoxIcon icon) {
     case BoxIcon::None: break;
   }
   return QMessageBox::NoIcon;
+}
+
+// What the box's picture says, for who does not see it.
+QString wordsOf(BoxIcon icon) {
+  switch (icon) {
+    case BoxIcon::Critical: return QStringLiteral("Erreur");
+    case BoxIcon::Question: return QStringLiteral("Question");
+    case BoxIcon::Exclamation: return QStringLiteral("Attention");
+    case BoxIcon::Information: return QStringLiteral("Information");
+    case BoxIcon::None: break;
+  }
+  return {};
 }
 
 std::vector<Answer> answersOf(BoxButtons buttons) {
@@ -128,8 +141,14 @@ Answer MessageBoxQuestions::ask(const Box& box) {
   window.setWindowTitle(toQt(box.title));
   window.setTextFormat(Qt::PlainText);
   window.setText(toQt(withPlainLineBreaks(box.text)));
-  window.setTextInteractionFlags(Qt::TextSelectableByMouse);
+  window.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   window.setIcon(iconOf(box.icon));
+  if (auto* text = window.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
+    text->setFocusPolicy(Qt::StrongFocus);  // so that it can be copied without a mouse
+  }
+  if (auto* picture = window.findChild<QLabel*>(QStringLiteral("qt_msgboxex_icon_label"))) {
+    picture->setAccessibleName(wordsOf(box.icon));
+  }
 
   for (const Answer answer : answersOf(box.buttons)) {
     const ButtonKind kind = kindOf(answer);

@@ -10,3 +10,8 @@ inline QString toQt(TextView text) {
 }
 
 inline Text fromQt(const QString& text) { return text.toStdU16String(); }
+
+// The characters of `text` where they stand; it must outlive them.
+inline TextView viewOf(const QString& text) {
+  return {QStringView(text).utf16(), static_cast<std::size_t>(text.size())};
+}

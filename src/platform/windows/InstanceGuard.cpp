@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <charconv>
 #include <string>
 
 #include "platform/Files.h"
+#include "platform/InstanceFile.h"
 #include "platform/System.h"
 #include "platform/windows/Handle.h"
 #include "platform/windows/Wide.h"
@@ -23,18 +23,6 @@ Handle takeLock() {
                               CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
 }
 
-// Whoever asks is in the way for a moment (see isHeld): that is no holder.
-Handle takeLockPatiently() {
-  constexpr int kMostTurns = 10;
-  Handle file = takeLock();
-  for (int turn = 0; turn < kMostTurns && !file.isOpen(); ++turn) {
-    if (::GetLastError() != ERROR_SHARING_VIOLATION) break;
-    ::Sleep(kTurn);
-    file = takeLock();
-  }
-  return file;
-}
-
 // Only a holder does not let others delete the file. Nothing is deleted here.
 bool isHeld(const std::wstring& path) {
   const Handle file(
@@ -42,15 +30,17 @@ bool isHeld(const std::wstring& path) {
   return !file.isOpen() && ::GetLastError() == ERROR_SHARING_VIOLATION;
 }
 
-// What a holder leaves: its process and its program folder, one a line.
-RunningInstance parseHolder(std::string_view bytes) {
-  RunningInstance holder;
-  const std::size_t end = bytes.find('\n');
-  if (end == std::string_view::npos || !bytes.ends_with('\n')) return holder;
-  std::from_chars(bytes.data(), bytes.data() + end, holder.processId);
-  bytes.remove_suffix(1);
-  if (end < bytes.size()) holder.programFolder = fromUtf8Lossless(bytes.substr(end + 1));
-  return holder;
+// Whoever asks is in the way for a moment, and is waited for; a holder is not.
+Handle takeLockPatiently() {
+  constexpr int kMostTurns = 200;
+  const std::wstring path = longPath(lockPath());
+  Handle file = takeLock();
+  for (int turn = 0; turn < kMostTurns && !file.isOpen(); ++turn) {
+    if (::GetLastError() != ERROR_SHARING_VIOLATION || isHeld(path)) break;
+    ::Sleep(kTurn);
+    file = takeLock();
+  }
+  return file;
 }
 
 }  // namespace
@@ -71,7 +61,7 @@ bool InstanceGuard::acquire(const Text& programFolder) {
   if (!file.isOpen()) return ::GetLastError() != ERROR_SHARING_VIOLATION;
 
   const std::string holder =
-      std::to_string(::GetCurrentProcessId()) + "\n" + toUtf8Lossless(programFolder) + "\n";
+      instanceFileText({static_cast<int>(::GetCurrentProcessId()), programFolder});
   DWORD written = 0;
   // The lock holds without it; only a relaunch will not know us.
   ::WriteFile(file.get(), holder.data(), static_cast<DWORD>(holder.size()), &written, nullptr);
@@ -86,5 +76,5 @@ std::optional<RunningInstance> runningInstance() {
   // What stands there was written by the holder: taking the lock empties the file.
   std::string bytes;
   if (readFile(path, bytes)) return RunningInstance{};
-  return parseHolder(bytes);
+  return parseInstanceFile(bytes);
 }

@@ -72,8 +72,11 @@ QVariant DifferenceGridModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid() || isEmpty()) return {};
   const int column = index.column();
   switch (role) {
-    case Qt::DisplayRole:
-    case Qt::ToolTipRole: return toQt(row(index.row()).cells[static_cast<std::size_t>(column)]);
+    case Qt::AccessibleTextRole:
+    case Qt::ToolTipRole:
+      if (column == kPictureColumn) return toQt(row(index.row()).pictureInWords);
+      [[fallthrough]];
+    case Qt::DisplayRole: return toQt(row(index.row()).cells[static_cast<std::size_t>(column)]);
     case Qt::DecorationRole:
       return column == kPictureColumn ? picture(row(index.row()).picture) : QVariant();
     case Qt::FontRole: {
@@ -90,6 +93,9 @@ QVariant DifferenceGridModel::data(const QModelIndex& index, int role) const {
 QVariant DifferenceGridModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (orientation != Qt::Horizontal) return {};
   switch (role) {
+    case Qt::AccessibleTextRole:
+      if (section == kPictureColumn) return toQt(kPictureHeader);
+      [[fallthrough]];
     case Qt::DisplayRole: return toQt(kGridColumns[static_cast<std::size_t>(section)].header);
     case Qt::TextAlignmentRole: return QVariant::fromValue(alignmentOf(section));
     default: return {};

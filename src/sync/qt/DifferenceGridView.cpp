@@ -49,7 +49,6 @@ void CentredPicture::paint(QPainter* painter, const QStyleOptionViewItem& option
   const auto picture = index.data(Qt::DecorationRole).value<QIcon>();
   QStyleOptionViewItem background = option;
   initStyleOption(&background, index);
-  background.icon = {};
   background.features &= ~QStyleOptionViewItem::HasDecoration;
   const QWidget* widget = option.widget;
   widget->style()->drawControl(QStyle::CE_ItemViewItem, &background, painter, widget);
@@ -70,7 +69,6 @@ void setUpDifferenceGrid(QTableView& grid, const LocaleData& locale) {
   }
   grid.setColumnHidden(0, true);
   grid.setItemDelegateForColumn(kPictureColumn, new CentredPicture(&grid));
-  grid.horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   // Rows of one height need not be measured, however many there are.
   grid.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   grid.verticalHeader()->setDefaultSectionSize(std::max(grid.fontMetrics().height() + 6, 20));

@@ -39,8 +39,8 @@ bool statusNotifierHostStands() {
 
 bool x11TrayStands() {
   const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-  if (!x11) return false;
-  xcb_connection_t* connection = x11->connection();
+  xcb_connection_t* connection = x11 ? x11->connection() : nullptr;
+  if (!connection) return false;  // the platform "offscreen" has the one without the other
 
   int display = 0;
   int screen = 0;

@@ -78,30 +78,30 @@ class Barcode : public testing::Test {
   QMarginsF margins{1.5, 1.5, 1.5, 1.5};
   QRectF printable;  // in points
 
-  frmCodeBarrePrev window{
-      {.programFolder = programFolder,
-       .locale = locale,
-       .shell = shell,
-       .questions = questions,
-       .fontPage = [] { return Text(u"/nav/aide.html"); },
-       .encode =
-           [this](std::uint8_t type, TextView source, TextView addOn, bool withCheck) {
-             encoded = {type, Text(source), Text(addOn), withCheck};
-             if (encoderFails) throw std::overflow_error("Dépassement");
-             return ModcodeBarre::CodeBar(type, source, addOn, withCheck);
-           }},
-      [this](QPrinter& printer, bool hasSelection) {
-        selectionsOffered.push_back(hasSelection);
-        printer.setOutputFormat(QPrinter::PdfFormat);
-        printer.setOutputFileName(toQt(scratch.text("page.pdf")));
-        if (printsSelection) printer.setPrintRange(QPrinter::Selection);
-        if (paper.isValid()) {
-          printer.setPageSize(QPageSize(paper, QPageSize::Millimeter));
-          printer.setPageMargins(margins, QPageLayout::Millimeter);
-        }
-        printable = printer.pageLayout().paintRect(QPageLayout::Point);
-        return !cancelsPrinting;
-      }};
+  frmCodeBarrePrev window{{.programFolder = programFolder,
+                           .locale = locale,
+                           .shell = shell,
+                           .questions = questions,
+                           .fontPage = [] { return Text(u"/nav/aide.html"); },
+                           .encode =
+                               [this](Text& result, std::uint8_t type, TextView source,
+                                      TextView addOn, bool withCheck) {
+                                 encoded = {type, Text(source), Text(addOn), withCheck};
+                                 if (encoderFails) throw std::overflow_error("Dépassement");
+                                 ModcodeBarre::CodeBarInto(result, type, source, addOn, withCheck);
+                               }},
+                          [this](QPrinter& printer, bool hasSelection) {
+                            selectionsOffered.push_back(hasSelection);
+                            printer.setOutputFormat(QPrinter::PdfFormat);
+                            printer.setOutputFileName(toQt(scratch.text("page.pdf")));
+                            if (printsSelection) printer.setPrintRange(QPrinter::Selection);
+                            if (paper.isValid()) {
+                              printer.setPageSize(QPageSize(paper, QPageSize::Millimeter));
+                              printer.setPageMargins(margins, QPageLayout::Millimeter);
+                            }
+                            printable = printer.pageLayout().paintRect(QPageLayout::Point);
+                            return !cancelsPrinting;
+                          }};
 };
 
 }  // namespace
@@ -197,6 +197,7 @@ TEST_F(Barcode, WhatHasNoRoomIsScrolledToByTheTabKey) {
   open();
   window.resize(600, 300);
   ASSERT_TRUE(waitUntil([&] { return window.height() == 300; })) << window.height();
+  widget("OptType_2").setFocus();
   std::set<QWidget*> seen;
   for (QWidget* focused = window.focusWidget(); seen.insert(focused).second;
        focused = window.focusWidget()) {
@@ -421,23 +422,24 @@ TEST_F(Barcode, EscapeClosesItAndEnterDoesNothing) {
   EXPECT_EQ(shown("txtSource"), u"12");
 }
 
-TEST_F(Barcode, TheTabKeyGoesFromTheTextOverTheTypesToTheButtons) {
+TEST_F(Barcode, ItBeginsWithTheTextAndTheTabKeyGoesFromTheTypesDownToTheButtons) {
   open();
-  const char* const order[] = {"txtSource",
-                               "TxtAdd",
-                               "TxtSize",
-                               "OptType_2",
+  EXPECT_EQ(window.focusWidget(), &box("txtSource"));
+  const char* const order[] = {"OptType_2",
                                "CmdAideCodeBarre_0",
                                "CmdAideCodeBarre_1",
                                "CmdAideCodeBarre_2",
                                "CmdAideCodeBarre_3",
+                               "txtSource",
+                               "TxtAdd",
+                               "TxtSize",
                                "txtCBar",
                                "TxtFont",
                                "CmdAideCodeBarre_4",
                                "rtbCBar",
                                "cmdPrint",
                                "cmdExport"};
-  box("txtSource").setFocus();
+  widget("OptType_2").setFocus();
   for (const char* name : order) {
     EXPECT_EQ(window.focusWidget()->objectName(), QString::fromLatin1(name));
     QTest::keyClick(window.focusWidget(), Qt::Key_Tab);

@@ -703,6 +703,17 @@ TEST_F(Options, ReturnIsOkAndClose) {
   EXPECT_EQ(journal, Journal({"interval 1000", "restart"}));
 }
 
+TEST_F(Options, ReturnPressesTheButtonThatHasTheFocus) {
+  open();
+  control<QPushButton>(*window, "cmdCancel").setFocus();
+  QTest::keyClick(&control<QPushButton>(*window, "cmdCancel"), Qt::Key_Return);
+  EXPECT_EQ(journal, Journal({"pump", "InitVar"})) << "not the default button";
+  window->show();
+  goTo("cmdCheck");
+  QTest::keyClick(&control<QPushButton>(*window, "cmdCheck"), Qt::Key_Enter, Qt::KeypadModifier);
+  EXPECT_EQ(journal.back(), "check");
+}
+
 TEST_F(Options, TheWholeWindowIsReachedWithTheTabKey) {
   open();
   for (int tab = 0; tab < tabs().count(); ++tab) {

@@ -72,6 +72,7 @@ TEST_F(RecursiveSearch, OneStoreChoosesItselfWithoutAQuestion) {
   EXPECT_EQ(settings.cookiesPath, store);
   EXPECT_EQ(label("labNbre"), u"Résultat : 1fichier trouvé");
   EXPECT_EQ(label("labDir"), u"Recherche terminée");
+  EXPECT_EQ(label("labDetails"), storeChosenText());
   EXPECT_TRUE(button("cmdClose").isVisible());
 }
 
@@ -137,6 +138,17 @@ TEST_F(RecursiveSearch, NoStoreEmptiesThePath) {
   EXPECT_EQ(label("labNbre"), u"Résultat : 0fichier trouvé");
 }
 
+TEST_F(RecursiveSearch, ABrowserThatRanMeanwhileIsFoundByTheReturnKey) {
+  questions.answers = {Answer::Ok};
+  search();
+  EXPECT_EQ(label("labDetails"), searchAgainText());
+  EXPECT_EQ(window.focusWidget(), &button("cmdOk"));
+  scratch.write("firefox/a/cookies.sqlite", "x");
+  QTest::keyClick(&window, Qt::Key_Return);
+  EXPECT_EQ(journal.back(), "chosen " + scratch.path("firefox/a/cookies.sqlite"));
+  EXPECT_NE(label("labDetails"), searchAgainText());
+}
+
 TEST_F(RecursiveSearch, AFolderThatDoesNotExistStopsTheSearch) {
   questions.answers = {Answer::Ok};
   window.search(scratch.text("missing"), u"cookies.sqlite");
@@ -163,12 +175,14 @@ TEST_F(RecursiveSearch, OfSeveralStoresNoneIsChosenUntilOneIsClickedAndConfirmed
   EXPECT_EQ(questions.boxes.back(), confirmCookieStoreBox(second));
   EXPECT_EQ(settings.cookiesPath, second) << "whatever the answer";
   EXPECT_EQ(journal.size(), 1u) << "only the box";
+  EXPECT_NE(label("labDetails"), storeChosenText());
 
   questions.answers = {Answer::Yes};
   clickResult(0);
   const Text first = scratch.text("firefox/a/cookies.sqlite");
   EXPECT_EQ(settings.cookiesPath, first);
   EXPECT_EQ(journal.back(), "chosen " + toUtf8(first));
+  EXPECT_EQ(label("labDetails"), storeChosenText());
 }
 
 TEST_F(RecursiveSearch, TheReturnKeyChoosesInTheListToo) {

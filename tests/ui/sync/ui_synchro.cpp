@@ -4,7 +4,6 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QHeaderView>
-#include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
@@ -12,12 +11,10 @@
 #include <QSignalSpy>
 #include <QTableView>
 #include <QTimer>
-#include <QToolTip>
 #include <QWheelEvent>
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
-#include <set>
 
 #include "config/ConfigFile.h"
 #include "platform/qt/QtText.h"
@@ -26,10 +23,9 @@
 #include "sync/SyncTexts.h"
 #include "sync/frmSynchro.h"
 #include "sync/qt/DefilerGrille.h"
-#include "sync/qt/DifferenceGridView.h"
-#include "sync/qt/PathLabel.h"
 #include "sync/qt/modControlBox.h"
 #include "ui/UiMain.h"
+#include "windows/qt/Drawing.h"
 
 namespace {
 
@@ -177,6 +173,11 @@ TEST_F(Synchro, OpensWithItsTexts) {
             QStringLiteral("Filtre : exemple *.doc (* est le jocker) défaut : *.*"));
   EXPECT_FALSE(find<QAbstractButton>("cmdPath").icon().isNull());
   EXPECT_FALSE(find<QAbstractButton>("cmdOpen").icon().isNull());
+  const QImage ours = find<QLabel>("Picture1_2").pixmap(Qt::ReturnByValue).toImage();
+  const QImage theirs = find<QLabel>("Picture1_3").pixmap(Qt::ReturnByValue).toImage();
+  EXPECT_FALSE(ours.isNull());
+  EXPECT_FALSE(theirs.isNull());
+  EXPECT_NE(ours, theirs);
 }
 
 TEST_F(Synchro, BeforeItsLoadThePathIsTheDrawnOne) {
@@ -196,6 +197,14 @@ TEST_F(Synchro, OpensInTheMiddleOfTheScreenWithoutAnyRows) {
   EXPECT_TRUE(isShown("cmdOpen"));
   EXPECT_TRUE(window->isOpen());
   EXPECT_TRUE(journal.empty());
+}
+
+TEST_F(Synchro, ItsLoadPutsItIntoTheMiddleBeforeTheDesktopPlacesIt) {
+  window->move(0, 0);
+  window->Form_Load();
+  const QPoint off = window->geometry().center() - window->screen()->availableGeometry().center();
+  EXPECT_LT(std::abs(off.x()), 40);
+  EXPECT_LT(std::abs(off.y()), 40);
 }
 
 TEST_F(Synchro, ShowsTheBackupFolderWithASeparator) {
@@ -231,7 +240,7 @@ TEST_F(Synchro, AMissingOrTooShortBackupFolderIsAskedForAtOnce) {
 
 TEST_F(Synchro, ControlsStandWhereTheyWereDrawn) {
   open();
-  EXPECT_EQ(window->size(), QSize(1025, 568));
+  EXPECT_EQ(window->size(), QSize(1021, 566));
   const Place places[] = {{"labNbre_2", 648, -1}, {"Picture1_1", 592, -1}, {"Picture1_3", 600, -1},
                           {"labDir_2", 600, -1},  {"cmdClose", 944, 528},  {"labIdem", 520, 536}};
   for (const Place& place : places) {
@@ -248,7 +257,7 @@ TEST_F(Synchro, ControlsStandWhereTheyWereDrawn) {
 TEST_F(Synchro, AWiderAndHigherWindowSharesWhatItGained) {
   open();
   const int date = grid().columnWidth(2);
-  window->resize(1025 + 100, 568 + 60);
+  window->resize(1021 + 100, 566 + 60);
   ASSERT_TRUE(waitUntil([&] { return grid().width() == 1109; }));
   const Place places[] = {{"labNbre_2", 698, -1}, {"Picture1_1", 642, -1}, {"Picture1_3", 650, -1},
                           {"labDir_2", 650, -1},  {"cmdClose", 1044, 588}, {"labIdem", 620, 596}};
@@ -264,7 +273,7 @@ TEST_F(Synchro, AWiderAndHigherWindowSharesWhatItGained) {
   EXPECT_EQ(grid().columnWidth(2), date);
   // What has no place of its own goes from edge to edge.
   for (const char* right : {"top", "Picture1_1", "Grid"}) {
-    EXPECT_EQ(find<QWidget>(right).geometry().right(), 1125 - 8 - 1) << right;
+    EXPECT_EQ(find<QWidget>(right).geometry().right(), 1121 - 6 - 1) << right;
   }
   EXPECT_EQ(find<QWidget>("Picture1_0").width(), find<QWidget>("Picture1_1").width());
   EXPECT_EQ(find<QWidget>("labDir_2").geometry().right(),
@@ -274,9 +283,9 @@ TEST_F(Synchro, AWiderAndHigherWindowSharesWhatItGained) {
 TEST_F(Synchro, TheWindowIsNeverSmallerThanItWasDrawn) {
   open();
   window->resize(400, 300);
-  EXPECT_EQ(window->size(), QSize(1025, 568));
+  EXPECT_EQ(window->size(), QSize(1021, 566));
   window->resize(400, 700);
-  EXPECT_EQ(window->width(), 1025);
+  EXPECT_EQ(window->width(), 1021);
 }
 
 TEST_F(Synchro, TheGridHasItsHeadingsAndWidths) {
@@ -340,6 +349,23 @@ TEST_F(Synchro, ComparingLeavesTheFocusWhereItWas) {
   EXPECT_EQ(window->focusWidget()->objectName(), QStringLiteral("cmdCompare"));
 }
 
+TEST_F(Synchro, AFocusThatMovedWhileItComparedStaysThere) {
+  open();
+  find<QWidget>("cmdCompare").setFocus();
+  whilePumping = [&] { find<QWidget>("txtFiltre").setFocus(); };
+  click("cmdCompare");
+  EXPECT_EQ(window->focusWidget()->objectName(), QStringLiteral("txtFiltre"));
+}
+
+TEST_F(Synchro, EveryComparisonLetsTheWindowBePaintedAtItsBeginning) {
+  open();
+  for (int i = 0; i < 20; ++i) {
+    pumps = 0;
+    click("cmdCompare");
+    EXPECT_GT(pumps, 0) << i;
+  }
+}
+
 TEST_F(Synchro, FindingDifferencesMovesNoOtherControl) {
   scratch.write("nav/user_datas/a", "1");
   open();
@@ -359,6 +385,7 @@ TEST_F(Synchro, OnlyItsButtonLeavesTheWindow) {
   open();
   EXPECT_FALSE(window->windowFlags().testFlag(Qt::WindowCloseButtonHint));
   EXPECT_TRUE(window->windowFlags().testFlag(Qt::WindowMinimizeButtonHint));
+  EXPECT_TRUE(window->windowFlags().testFlag(Qt::WindowMaximizeButtonHint));
   QTest::keyClick(window.get(), Qt::Key_Escape);
   QTest::keyClick(window.get(), Qt::Key_F4, Qt::AltModifier);
   window->close();
@@ -421,6 +448,14 @@ TEST_F(Synchro, OpensTheBackupFolder) {
   EXPECT_EQ(journal, Journal{"start explorer " + scratch.path("stick") + "/"});
 }
 
+TEST_F(Synchro, TheFolderThatWasChosenIsOpenedAndNotTheTypedOne) {
+  scratch.makeFolders("autre");
+  open();
+  path().setText(toQt(scratch.text("autre")));
+  click("cmdOpen");
+  EXPECT_EQ(journal, Journal{"start explorer " + scratch.path("stick") + "/"});
+}
+
 TEST_F(Synchro, ABackupFolderThatIsGoneIsNotOpened) {
   open();
   std::filesystem::remove(scratch.path("stick"));
@@ -470,11 +505,15 @@ TEST_F(Synchro, EveryKindHasItsArrowInTheMiddleOfItsCell) {
   writeFourKinds();
   open();
   click("cmdCompare");
+  const char* const names[] = {"flecheG", "flecheD", "flecheDn", "flecheGn"};
   std::vector<QImage> arrows;
   for (int row = 0; row < 4; ++row) {
     const auto icon = grid().model()->index(row, 4).data(Qt::DecorationRole).value<QIcon>();
     ASSERT_FALSE(icon.isNull()) << row;
     arrows.push_back(icon.pixmap(16, 16).toImage());
+    const QIcon wanted = drawingIcon(QStringLiteral("arrows/") + QLatin1String(names[row]));
+    ASSERT_FALSE(wanted.isNull()) << names[row];
+    EXPECT_EQ(arrows.back(), wanted.pixmap(16, 16).toImage()) << names[row];
     for (int before = 0; before < row; ++before) {
       EXPECT_NE(arrows[static_cast<std::size_t>(before)], arrows.back());
     }
@@ -494,6 +533,18 @@ TEST_F(Synchro, EveryKindHasItsArrowInTheMiddleOfItsCell) {
   }
   ASSERT_GE(right, left);
   EXPECT_NEAR((left + right) / 2.0, image.width() / 2.0, 2.0);
+}
+
+TEST_F(Synchro, TheTableIsATableAndNoTree) {
+  writeFourKinds();
+  open();
+  click("cmdCompare");
+  const QAbstractItemModel& model = *grid().model();
+  const QModelIndex cell = model.index(0, 1);
+  EXPECT_EQ(model.rowCount(cell), 0);
+  EXPECT_EQ(model.columnCount(cell), 0);
+  EXPECT_FALSE(model.data(QModelIndex()).isValid());
+  EXPECT_FALSE(model.headerData(1, Qt::Vertical).isValid());
 }
 
 TEST_F(Synchro, IdenticalSidesAreToldAndNothingIsOffered) {
@@ -532,6 +583,18 @@ TEST_F(Synchro, AMissingBackupIsToldAndItsSideIsEmpty) {
   click("cmdCompare");
   EXPECT_EQ(questions.boxes, std::vector<Box>{folderMissingBox(scratch.text("absent") + u"/")});
   EXPECT_EQ(rows(), Lines{"0|shortQrCode.js|"});
+  EXPECT_EQ(label("labDir_2"), scratch.path("absent") + "/");
+  EXPECT_EQ(label("labNbre_2"), "Résultat : fichier(s) trouvé(s)");
+}
+
+TEST_F(Synchro, OfAMissingBackupNothingIsShownFromTheComparisonBefore) {
+  scratch.write("stick/docs/a", "1");
+  open();
+  click("cmdCompare");
+  EXPECT_EQ(label("labDir_2"), scratch.path("stick/docs") + "/");
+  path().setText(toQt(scratch.text("absent")));
+  questions.answers = {Answer::Ok};
+  click("cmdCompare");
   EXPECT_EQ(label("labDir_2"), scratch.path("absent") + "/");
   EXPECT_EQ(label("labNbre_2"), "Résultat : fichier(s) trouvé(s)");
 }
@@ -595,12 +658,15 @@ TEST_F(Synchro, WhileItListsFolderAndCountAreShown) {
   scratch.write("nav/user_datas/a", "1");
   open();
   click("cmdCompare");
-  std::vector<std::pair<std::string, std::string>> shown;
-  whilePumping = [&] { shown.emplace_back(label("labDir_1"), label("labNbre_1")); };
+  std::vector<Lines> shown;
+  whilePumping = [&] {
+    shown.push_back({label("labDir_1"), label("labNbre_1"), label("labDir_2"), label("labNbre_2")});
+  };
   click("cmdCompare");
   ASSERT_FALSE(shown.empty());
-  EXPECT_EQ(shown.front().first, scratch.path("nav/user_datas") + "/");
-  EXPECT_EQ(shown.front().second, "Résultat : 0 fichier trouvé");
+  EXPECT_EQ(shown.front(),
+            (Lines{scratch.path("nav/user_datas") + "/", "Résultat : 0 fichier trouvé", "",
+                   "Résultat : fichier(s) trouvé(s)"}));
 }
 
 TEST_F(Synchro, WhatCouldNotBeAskedIsCountedInTheWindow) {
@@ -671,6 +737,63 @@ TEST_F(Synchro, ARestoredShortcutTableIsReadAgain) {
   click("cmdSynchro");
   EXPECT_EQ(scratch.read("nav/res_css/js/shortQrCode.js"), "from the backup");
   EXPECT_EQ(journal, Journal{"read again"});
+}
+
+TEST_F(Synchro, APathThatIsTypedAfterTheComparisonIsForTheNextOne) {
+  scratch.write("nav/user_datas/a", "1");
+  scratch.makeFolders("autre");
+  open();
+  click("cmdCompare");
+  path().setText(toQt(scratch.text("autre")));
+  click("cmdSynchro");
+  EXPECT_EQ(scratch.read("stick/a"), "1");
+  EXPECT_TRUE(scratch.namesIn("autre").empty());
+  EXPECT_EQ(rows(), (Lines{"0|a|", "0|shortQrCode.js|"}));
+  EXPECT_EQ(label("labDir_2"), scratch.path("autre") + "/");
+}
+
+TEST_F(Synchro, WhatChangedInTheBackupSinceTheComparisonIsLeftAndTold) {
+  scratch.write("nav/user_datas/a", "ours");
+  scratch.write("stick/a", "old");
+  age("stick/a");
+  open();
+  click("cmdCompare");
+  scratch.write("stick/a", "edited there");
+  age("stick/a", std::chrono::hours(1));
+  click("cmdSynchro");
+  EXPECT_EQ(scratch.read("stick/a"), "edited there");
+  EXPECT_EQ(label("labReport"), toUtf8(copiedLine(1, 1)));
+  EXPECT_EQ(traced, (Lines{toUtf8(notCopiedLine(scratch.text("nav/user_datas/a"),
+                                                failures::changedSinceCompared())),
+                           toUtf8(copiedLine(1, 1))}));
+  EXPECT_EQ(rows(), Lines{"3|a|a"}) << "the comparison that followed";
+  EXPECT_TRUE(isShown("cmdSynchro"));
+  EXPECT_EQ(window->focusWidget()->objectName(), QStringLiteral("cmdSynchro")) << "once more";
+}
+
+TEST_F(Synchro, TheEndIsToldBeforeTheFoldersAreComparedAgain) {
+  scratch.write("nav/user_datas/a", "1");
+  open();
+  click("cmdCompare");
+  Lines told;
+  whilePumping = [&] {
+    if (!bar().isVisible()) told.push_back(label("labDir_0"));
+  };
+  click("cmdSynchro");
+  ASSERT_FALSE(told.empty());
+  for (const std::string& text : told) EXPECT_EQ(text, "Synchro terminée !");
+}
+
+TEST_F(Synchro, TheBarBeginsAnewWithEachRun) {
+  open();
+  for (const char* name : {"nav/user_datas/a", "nav/user_datas/b", "nav/user_datas/c"}) {
+    scratch.write(name, "1");
+    click("cmdCompare");
+    QSignalSpy moved(&bar(), &QProgressBar::valueChanged);
+    click("cmdSynchro");
+    ASSERT_FALSE(moved.empty());
+    EXPECT_EQ(moved.front()[0].toInt(), 0) << name;
+  }
 }
 
 TEST_F(Synchro, AFolderThatIsChosenDuringTheCopyIsTheOneOfTheNextComparison) {
@@ -789,60 +912,16 @@ TEST_F(Synchro, AWheelNotchMovesTheTableThreeRowsWhereverThePointerIs) {
   EXPECT_LT(firstRow(), 60);
 }
 
-TEST(DifferenceGrid, AHundredThousandRowsAreShownByMakingTheTextsOfThoseInView) {
-  Scratch scratch;
-  scratch.makeFolders("nav/user_datas");
-  scratch.makeFolders("stick");
-
-  struct CountingModel : QAbstractTableModel {
-    int rowCount(const QModelIndex& parent) const override {
-      return parent.isValid() ? 0 : 100'000;
-    }
-    int columnCount(const QModelIndex& parent) const override { return parent.isValid() ? 0 : 8; }
-    QVariant data(const QModelIndex& index, int role) const override {
-      if (role == Qt::DisplayRole) asked.insert(index.row());
-      return {};
-    }
-    mutable std::set<int> asked;
-  } model;
-  QTableView grid;
-  grid.setModel(&model);
-  setUpDifferenceGrid(grid, frenchLocale());
-  grid.resize(1000, 340);
-  grid.show();
-  ASSERT_TRUE(QTest::qWaitForWindowExposed(&grid));
-  grid.scrollToBottom();
-  ASSERT_TRUE(waitUntil([&] { return model.asked.count(99'999) == 1; }));
-  EXPECT_LT(model.asked.size(), 200u);
-}
-
-TEST(PathLabelTest, AWidePathKeepsItsTextAndItsWidth) {
-  PathLabel label;
-  label.resize(100, 20);
-  label.setText(QString(400, QLatin1Char('x')));
-  EXPECT_EQ(label.minimumSizeHint().width(), 0);
-  EXPECT_EQ(label.text().size(), 400);
-  const QImage image = label.grab().toImage();
-  EXPECT_EQ(image.size(), QSize(100, 20));
-}
-
-TEST(PathLabelTest, APathThatIsTooLongLosesItsMiddleAndHasAToolTip) {
-  PathLabel label;
-  label.resize(150, 20);
-  const auto toolTip = [&label] {
-    QHelpEvent event(QEvent::ToolTip, QPoint(5, 5), label.mapToGlobal(QPoint(5, 5)));
-    QCoreApplication::sendEvent(&label, &event);
-    return QToolTip::text();
-  };
-  label.show();
-  ASSERT_TRUE(QTest::qWaitForWindowExposed(&label));
-  const QString path = QStringLiteral("/un/chemin/plus/long/que/ce/qui/est/visible/ici/fin.txt");
-  label.setText(QStringLiteral("/court"));
-  EXPECT_EQ(toolTip(), QString()) << "nothing is left out";
-  label.setText(path);
-  EXPECT_EQ(toolTip(), path);
-  const QImage drawn = label.grab().toImage();
-  label.setText(label.fontMetrics().elidedText(path, Qt::ElideMiddle, 150));
-  EXPECT_TRUE(label.text().endsWith(QStringLiteral("fin.txt")));
-  EXPECT_EQ(label.grab().toImage(), drawn);
+TEST_F(Synchro, AWheelThatTurnsSidewaysMovesTheTableSideways) {
+  for (int i = 0; i < 60; ++i) scratch.write("nav/user_datas/f" + std::to_string(i), "");
+  open();
+  click("cmdCompare");
+  grid().setColumnWidth(1, 900);
+  QCoreApplication::processEvents();
+  QWidget& target = *grid().viewport();
+  QWheelEvent event(QPointF(5, 5), target.mapToGlobal(QPointF(5, 5)), {}, {-120, 0}, Qt::NoButton,
+                    Qt::NoModifier, Qt::NoScrollPhase, false);
+  QCoreApplication::sendEvent(&target, &event);
+  EXPECT_GT(grid().horizontalScrollBar()->value(), 0);
+  EXPECT_EQ(firstRow(), 0);
 }

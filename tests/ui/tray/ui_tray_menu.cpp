@@ -93,6 +93,16 @@ TEST(TrayMenu, ShowsAnImageWhereTheTableNamesOne) {
   }
 }
 
+TEST(TrayMenu, ShowsItsImagesOnDesktopsThatShowNoneInMenus) {
+  QApplication::setAttribute(Qt::AA_DontShowIconsInMenus);
+  Tray tray;
+  for (const MenuEntry& entry : menuEntries()) {
+    EXPECT_EQ(tray.action(entry.name).isIconVisibleInMenu(), !entry.bitmapKey.empty())
+        << toQt(entry.name).toStdString();
+  }
+  QApplication::setAttribute(Qt::AA_DontShowIconsInMenus, false);
+}
+
 TEST(TrayMenu, AttachesTheBitmapsInTheOrderOfStart) {
   TrayMenu menu(everyCommand(), [](TextView) {});
   std::vector<QString> order;
@@ -110,6 +120,9 @@ TEST(TrayMenu, AttachesTheBitmapsInTheOrderOfStart) {
   for (std::size_t i = 0; i < order.size(); ++i) {
     EXPECT_EQ(menuEntry(fromQt(order[i]))->bitmapKey, bitmapKeysInStartOrder()[i]);
   }
+  order.clear();
+  menu.setBitmap(u"");
+  EXPECT_TRUE(order.empty()) << "no key is no key of an entry";
 }
 
 TEST(Assets, HaveAPictureOfItsOwnForEveryKeyOfTheImageList) {
@@ -245,6 +258,24 @@ TEST(TrayMenu, LockingClosesWhatIsOpenInside) {
   ASSERT_TRUE(waitUntil([&] { return menu.isVisible(); }));
   openInside(menu, tray.action(u"MenuWin"));
   menu.close();
+}
+
+TEST(TrayMenu, UnlockingLeavesOpenWhatIsOpenInside) {
+  Tray tray;
+  tray.menu.popUpAt({100, 100});
+  ASSERT_TRUE(waitUntil([&] { return tray.menu.menu().isVisible(); }));
+  openInside(tray.menu.menu(), tray.action(u"MenuWin"));
+
+  tray.menu.setEnabled(u"MenuWin", true);
+  EXPECT_TRUE(tray.submenu(u"MenuWin").isVisible());
+  tray.menu.menu().close();
+}
+
+TEST(TrayMenu, AnEntryThatItDoesNotHaveIsPassedOver) {
+  Tray tray;
+  tray.menu.setEnabled(u"MenuNobody", true);
+  tray.menu.setEnabled(u"MenuWin", false);
+  EXPECT_FALSE(tray.action(u"MenuWin").isEnabled());
 }
 
 TEST(MenuWindow, ButtonPopsTheMenuUp) {

@@ -204,3 +204,38 @@ TEST(ModcodeBarre, AVeryLongTextIsEncodedByItsFirstDigitsOrWhole) {
   EXPECT_EQ(Interleaved2of5(digits + u"x", false), u"");
   EXPECT_EQ(Interleaved2of5(u"x" + digits, true), u"");
 }
+
+TEST(ModcodeBarre, ASymbolTakesThePlaceOfTheOneBefore) {
+  const struct {
+    std::uint8_t type;
+    Text source;
+    Text addOn;
+  } rows[] = {{1, u"TAVROLLO", u""}, {2, u"978020137962", u"51999"},
+              {2, u"x", u"51999"},   {2, u"1234", u"x"},
+              {3, u"9638507", u"1"}, {3, u"963850x", u""},
+              {4, u"1234567", u""},  {4, u"12x", u""},
+              {5, u"Ab123456", u""}, {5, u"é", u""},
+              {1, u"abc", u""},      {9, u"1", u""},
+              {1, u"", u""}};
+  Text result;
+  for (const auto& before : rows) {
+    for (const auto& row : rows) {
+      for (const bool withCheck : {false, true}) {
+        CodeBarInto(result, before.type, before.source, before.addOn, withCheck);
+        CodeBarInto(result, row.type, row.source, row.addOn, withCheck);
+        ASSERT_EQ(result, CodeBar(row.type, row.source, row.addOn, withCheck))
+            << int{row.type} << testing::PrintToString(row.source);
+      }
+    }
+  }
+}
+
+TEST(ModcodeBarre, ATextWithRoomIsNotAllocatedAgain) {
+  Text result(100, u' ');
+  const char16_t* const room = result.data();
+  for (const std::uint8_t type : {kCode39, kEan13, kEan8, kInterleaved2of5, kCode128}) {
+    CodeBarInto(result, type, u"12345678901234567", u"12", true);
+    EXPECT_FALSE(result.empty()) << int{type};
+    EXPECT_EQ(result.data(), room) << int{type};
+  }
+}

@@ -55,4 +55,16 @@ TEST(SearchTexts, TheCountHasItsPlural) {
   EXPECT_EQ(searchResultText(1234), u"Résultat : 1234fichiers trouvés");
 }
 
+TEST(SearchTexts, ABrowserThatNeverRanIsToBeStartedOnce) {
+  EXPECT_EQ(
+      searchAgainText(),
+      u"Le navigateur crée ce fichier quand il démarre : lancez-le une fois, puis cliquez sur "
+      u"« Chercher ».");
+}
+
+TEST(SearchTexts, WithAStoreTheWindowMayBeClosed) {
+  EXPECT_EQ(storeChosenText(),
+            u"Fichier choisi : il est essayé dans Firefox. Vous pouvez fermer cette fenêtre.");
+}
+
 TEST(SearchTexts, TheEndIsTold) { EXPECT_EQ(searchEndText(), u"Recherche terminée"); }

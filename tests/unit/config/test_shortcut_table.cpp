@@ -30,19 +30,23 @@ TEST(ShortcutTable, LoadingReplacesEverything) {
   EXPECT_TRUE(table.wasLoaded());
 }
 
-TEST(ShortcutTable, FreeIdIsRaisedButNeverLowered) {
+TEST(ShortcutTable, FreeIdIsStoredAloneAsItWasRead) {
   ShortcutTable table;
-  table.raiseFreeId(5);
+  table.setFreeId(5);
   EXPECT_EQ(table.freeId(), 5);
   EXPECT_FALSE(table.wasLoaded());
+  table.load(7, {kPlan});
   int changes = 0;
   table.subscribe([&] { ++changes; });
-  table.raiseFreeId(4);
-  table.raiseFreeId(5);
-  EXPECT_EQ(table.freeId(), 5);
+  table.setFreeId(7);
   EXPECT_EQ(changes, 0);
-  table.raiseFreeId(6);
-  EXPECT_EQ(changes, 1);
+  for (const int read : {9, 4, 0, -3}) {
+    table.setFreeId(read);
+    EXPECT_EQ(table.freeId(), read);
+  }
+  EXPECT_EQ(changes, 4);
+  EXPECT_EQ(table.rows(), Rows{kPlan});
+  EXPECT_TRUE(table.wasLoaded());
 }
 
 TEST(ShortcutTable, ANewKeyHasNineDigitsAndIsGivenOnce) {

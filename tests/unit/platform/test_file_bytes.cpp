@@ -93,7 +93,7 @@ TEST_F(FileBytes, ACallStopsTheCopy) {
 
 TEST_F(FileBytes, AFullDiskIsAFailureAndNoReasonToTryAnotherWay) {
   const Mounted disk(scratch.path(), "size=64k");
-  if (!disk) GTEST_SKIP() << "only the administrator may mount";
+  if (!disk) GTEST_SKIP() << kMayNotMount;
   scratch.write("from", someBytes(40'000));
   for (const CopyWays& ways : {kWays[1], kWays[2]}) {
     EXPECT_EQ(copy(40'000, ways), BytesCopied::Failed);

@@ -460,7 +460,7 @@ TEST_F(FileCopyTest, AFileThatMayNotGrowFurtherLeavesNothing) {
 
 TEST_F(FileCopyTest, AFullDiskKeepsTheOldFileAndNothingElse) {
   const Mounted disk(target.path(), "size=64k");
-  if (!disk) GTEST_SKIP() << "only the administrator may mount";
+  if (!disk) GTEST_SKIP() << kMayNotMount;
   open(source.text(), target.text());
   source.write("a", std::string(100'000, 'x'));
   setTime(target.write("a", "old"), kOld);
@@ -471,7 +471,7 @@ TEST_F(FileCopyTest, AFullDiskKeepsTheOldFileAndNothingElse) {
 
 TEST_F(FileCopyTest, BytesGoFromOneFileSystemToAnother) {
   const Mounted disk(target.path(), "size=16m");
-  if (!disk) GTEST_SKIP() << "only the administrator may mount";
+  if (!disk) GTEST_SKIP() << kMayNotMount;
   open(source.text(), target.text());
   std::string bytes(5'000'001, 'x');
   for (std::size_t i = 0; i < bytes.size(); i += 1000) bytes[i] = static_cast<char>(i / 1000);

@@ -232,7 +232,7 @@ TEST(FolderUpdateOnAFullDisk, LeavesTheOldFileWholeAndNothingBesideIt) {
   scratch.write("template/nav/z.html", "z 1");
   scratch.makeFolders("home");
   const Mounted disk(scratch.path("home"), "size=64k");
-  if (!disk) GTEST_SKIP() << "mounting takes the administrator's rights";
+  if (!disk) GTEST_SKIP() << kMayNotMount;
   ASSERT_FALSE(fillProgramFolder(scratch.text("home"), scratch.text("template")));
   const auto update = [&] {
     return updateProgramFolder(scratch.text("home"), scratch.text("template"));

@@ -125,7 +125,7 @@ const struct {
      },
      u"Traitement de texte", u"aucun", u"Installez lowriter (paquet l)."},
     {[](Facts& f) { f.missingFonts = {u"Code 128"}; }, u"Polices des codes barres",
-     u"manque : Code 128", u"Réinstallez Tavrollo, ou copiez"},
+     u"manque : Code 128", u"Réinstallez Tavrollo, ou "},
 };
 
 TEST(SelfCheck, EachFaultIsToldWithTheSentenceThatMendsIt) {

@@ -68,6 +68,7 @@ TEST_F(GridRowTest, AFileOfTheSourceAlone) {
   EXPECT_EQ(row.cells,
             (std::array<Text, 8>{u"0", nativePath(u"docs/Plan.pdf"), sourceDate, u"1 o"}));
   EXPECT_EQ(row.picture, u"flecheDn");
+  EXPECT_EQ(row.pictureInWords, u"Nouveau, à copier vers la sauvegarde");
   EXPECT_EQ(row.emphasised, kNoColumn);
 }
 
@@ -77,6 +78,7 @@ TEST_F(GridRowTest, ANewerSourceOverwritesTheBackup) {
             (std::array<Text, 8>{u"1", nativePath(u"docs/Plan.pdf"), sourceDate, u"1 o", u"",
                                  nativePath(u"docs/plan.pdf"), backupDate, u"1 o"}));
   EXPECT_EQ(row.picture, u"flecheD");
+  EXPECT_EQ(row.pictureInWords, u"Plus récent, à copier vers la sauvegarde");
   EXPECT_EQ(row.emphasised, 5);
 }
 
@@ -85,6 +87,7 @@ TEST_F(GridRowTest, AFileOfTheBackupAlone) {
   EXPECT_EQ(row.cells, (std::array<Text, 8>{u"2", u"", u"", u"", u"", nativePath(u"docs/plan.pdf"),
                                             backupDate, u"1 o"}));
   EXPECT_EQ(row.picture, u"flecheGn");
+  EXPECT_EQ(row.pictureInWords, u"Nouveau, à copier depuis la sauvegarde");
   EXPECT_EQ(row.emphasised, kNoColumn);
 }
 
@@ -94,6 +97,7 @@ TEST_F(GridRowTest, ANewerBackupOverwritesTheSource) {
             (std::array<Text, 8>{u"3", nativePath(u"docs/Plan.pdf"), sourceDate, u"1 o", u"",
                                  nativePath(u"docs/plan.pdf"), backupDate, u"1 o"}));
   EXPECT_EQ(row.picture, u"flecheG");
+  EXPECT_EQ(row.pictureInWords, u"Plus récent, à copier depuis la sauvegarde");
   EXPECT_EQ(row.emphasised, 1);
 }
 

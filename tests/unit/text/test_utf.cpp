@@ -91,6 +91,21 @@ TEST(Utf, ASurrogateWithoutItsPartnerIsWrittenAsTheReplacementCharacter) {
   EXPECT_EQ(toUtf8Lossless(Text{0xD83D}), "\xEF\xBF\xBD");
 }
 
+TEST(Utf, AResultThatIsGivenIsReplacedAndItsRoomUsedAgain) {
+  Text text(100, u'x');
+  std::string bytes(100, 'x');
+  const auto* const textRoom = text.data();
+  const auto* const bytesRoom = bytes.data();
+  for (const Pair& pair : kWellFormed) {
+    fromUtf8Into(text, pair.bytes);
+    EXPECT_EQ(text, pair.text);
+    toUtf8Into(bytes, pair.text);
+    EXPECT_EQ(bytes, pair.bytes);
+  }
+  EXPECT_EQ(text.data(), textRoom);
+  EXPECT_EQ(bytes.data(), bytesRoom);
+}
+
 TEST(Utf, TheLosslessPairCarriesEachStrayByteInALoneSurrogate) {
   EXPECT_EQ(fromUtf8Lossless("a\xFFz"), (Text{u'a', 0xDCFF, u'z'}));
   EXPECT_EQ(fromUtf8Lossless("\xE2\x82"), (Text{0xDCE2, 0xDC82}));
