@@ -289,4 +289,6 @@ class WineStage:
         return shapes
 
     def click(self, x, y, button=1):
-        self.xdotool("mousemove", str(x), str(y), "click", str(button))
+        self.xdotool("mousemove", str(x), str(y))
+        time.sleep(0.5)  # the tray has to see the mouse come before it is pressed
+        self.xdotool("click", str(button))
