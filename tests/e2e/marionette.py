@@ -121,7 +121,7 @@ class Marionette:
         self._send("WebDriver:SwitchToWindow", {"handle": handle, "focus": True})
 
     def wait_for_tab(self, address_end, timeout=30.0):
-        """Makes the tab whose address ends so the current one, as soon as there is one."""
+        """Makes the tab whose address ends so the current one, as soon as there is one and it is loaded."""
         deadline = time.monotonic() + timeout
         while True:
             seen = []
@@ -134,6 +134,10 @@ class Marionette:
                         raise
                     continue
                 if address.split("?")[0].split("#")[0].endswith(address_end):
+                    # The address is the new one before the page is.
+                    self.wait_until("return document.readyState === 'complete' && "
+                                    "document.URL.split(/[?#]/)[0].endsWith(arguments[0]);",
+                                    address_end, timeout=timeout)
                     return
                 seen.append(address)
             if time.monotonic() > deadline:

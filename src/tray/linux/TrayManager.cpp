@@ -68,9 +68,11 @@ void announceTrays(QObject* listener) {
   QDBusConnection bus = QDBusConnection::sessionBus();
   if (!bus.isConnected()) return;
   const QString watcher = QStringLiteral("org.kde.StatusNotifierWatcher");
-  auto* services =
-      new QDBusServiceWatcher(watcher, bus, QDBusServiceWatcher::WatchForRegistration, listener);
-  QObject::connect(services, SIGNAL(serviceRegistered(QString)), listener, SLOT(look()));
   bus.connect(watcher, QStringLiteral("/StatusNotifierWatcher"), watcher,
               QStringLiteral("StatusNotifierHostRegistered"), listener, SLOT(look()));
+  auto* services = new QDBusServiceWatcher(listener);
+  services->setConnection(bus);
+  services->addWatchedService(watcher);
+  services->setWatchMode(QDBusServiceWatcher::WatchForRegistration);
+  QObject::connect(services, SIGNAL(serviceRegistered(QString)), listener, SLOT(look()));
 }
