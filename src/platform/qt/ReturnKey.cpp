@@ -30,7 +30,8 @@ class ReturnKey : public QObject {
 }  // namespace
 
 void pressWithReturn(QWidget& window) {
-  auto* filter = new ReturnKey(&window);
+  auto* filter = new ReturnKey;
+  filter->setParent(&window);
   for (QPushButton* button : window.findChildren<QPushButton*>())
     button->installEventFilter(filter);
   for (QToolButton* button : window.findChildren<QToolButton*>())
