@@ -13,6 +13,7 @@
 #include <cstdio>
 #include <vector>
 
+#include "PaintWatch.h"
 #include "barcode/frmCodeBarrePrev.h"
 #include "barcode/qt/SymbolView.h"
 #include "support/Doubles.h"
@@ -23,16 +24,6 @@ using Clock = std::chrono::steady_clock;
 
 constexpr double kFrame = 16;       // milliseconds
 constexpr int kUsualLength = 1000;  // and less
-
-// Tells that a widget is about to be painted.
-class PaintWatch : public QObject {
- public:
-  bool eventFilter(QObject*, QEvent* event) override {
-    if (event->type() == QEvent::Paint) painted = true;
-    return false;
-  }
-  bool painted = false;
-};
 
 class Typist {
  public:

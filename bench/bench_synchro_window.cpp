@@ -19,6 +19,7 @@
 #include <fstream>
 #include <vector>
 
+#include "PaintWatch.h"
 #include "platform/qt/QtText.h"
 #include "support/Doubles.h"
 #include "support/Scratch.h"
@@ -31,16 +32,6 @@ using Clock = std::chrono::steady_clock;
 double millisecondsSince(Clock::time_point begin) {
   return std::chrono::duration<double, std::milli>(Clock::now() - begin).count();
 }
-
-// Tells that a widget was painted.
-class PaintWatch : public QObject {
- public:
-  bool eventFilter(QObject*, QEvent* event) override {
-    if (event->type() == QEvent::Paint) painted = true;
-    return false;
-  }
-  bool painted = false;
-};
 
 class Viewer {
  public:

@@ -68,5 +68,5 @@ Text searchAgainText() {
 }
 
 Text storeChosenText() {
-  return u"Fichier choisi : il est essayé dans Firefox. Vous pouvez fermer cette fenêtre.";
+  return u"Fichier choisi : il est essayé dans le navigateur. Vous pouvez fermer cette fenêtre.";
 }

@@ -35,6 +35,20 @@ std::size_t SymbolPainter::positionAt(double module) const {
   return text_.size();
 }
 
+namespace {
+
+// Where a glyph's parts lie whose baseline begins at `origin`.
+
+QRect barAt(const QRect& bar, QPoint origin, int module) {
+  return {origin + bar.topLeft() * module, bar.size() * module};
+}
+
+QPainterPath labelAt(const BarFont::Glyph& glyph, QPoint origin, int module) {
+  return QTransform(module, 0, 0, module, origin.x(), origin.y()).map(glyph.label);
+}
+
+}  // namespace
+
 void SymbolPainter::paint(QPainter& painter, QPoint corner, int module) const {
   paint(painter, corner, module, QRect(corner, size_ * module));
 }
@@ -49,13 +63,11 @@ void SymbolPainter::paint(QPainter& painter, QPoint corner, int module,
     if (next > visible.left() && x <= visible.right()) {
       painter.setRenderHint(QPainter::Antialiasing, false);
       for (const QRect& bar : glyph.bars) {
-        painter.fillRect(QRect(QPoint(x, baseline) + bar.topLeft() * module, bar.size() * module),
-                         Qt::black);
+        painter.fillRect(barAt(bar, {x, baseline}, module), Qt::black);
       }
       if (!glyph.label.isEmpty()) {
         painter.setRenderHint(QPainter::Antialiasing, true);
-        const QTransform place(module, 0, 0, module, x, baseline);
-        painter.fillPath(place.map(glyph.label), Qt::black);
+        painter.fillPath(labelAt(glyph, {x, baseline}, module), Qt::black);
       }
     }
     x = next;
@@ -69,10 +81,8 @@ QPainterPath SymbolPainter::outline(int module) const {
   int x = kQuietZone * module;
   for (const char16_t character : text_) {
     const BarFont::Glyph& glyph = font_.glyph(character);
-    for (const QRect& bar : glyph.bars) {
-      path.addRect(QRect(QPoint(x, baseline) + bar.topLeft() * module, bar.size() * module));
-    }
-    path.addPath(QTransform(module, 0, 0, module, x, baseline).map(glyph.label));
+    for (const QRect& bar : glyph.bars) path.addRect(barAt(bar, {x, baseline}, module));
+    path.addPath(labelAt(glyph, {x, baseline}, module));
     x += glyph.advance * module;
   }
   return path;

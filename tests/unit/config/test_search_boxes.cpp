@@ -64,7 +64,7 @@ TEST(SearchTexts, ABrowserThatNeverRanIsToBeStartedOnce) {
 
 TEST(SearchTexts, WithAStoreTheWindowMayBeClosed) {
   EXPECT_EQ(storeChosenText(),
-            u"Fichier choisi : il est essayé dans Firefox. Vous pouvez fermer cette fenêtre.");
+            u"Fichier choisi : il est essayé dans le navigateur. Vous pouvez fermer cette fenêtre.");
 }
 
 TEST(SearchTexts, TheEndIsTold) { EXPECT_EQ(searchEndText(), u"Recherche terminée"); }
