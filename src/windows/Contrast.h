@@ -23,5 +23,6 @@ inline constexpr double kMarkContrast = 3.0;
 double contrast(Colour one, Colour other);
 
 // `colour` where its contrast to `other` is `wanted`, else the nearest one on its way to black or
-// white that has it. `wanted` is at most kTextContrast: black or white always has that.
+// white that has it. One of the two always has kTextContrast; where none has what is wanted, the
+// better of them is given.
 Colour standingOut(Colour colour, Colour other, double wanted);

@@ -10,6 +10,7 @@ inline void centre(QWidget& window) {
   constexpr QSize kFrame(16, 36);  // the window manager tells the true one too late
   const QRect area = window.screen()->availableGeometry();
   window.resize(window.size().boundedTo(area.size() - kFrame));
-  const QSize left = area.size() - window.size() - kFrame;
+  // One that cannot be made small enough begins where the screen does.
+  const QSize left = (area.size() - window.size() - kFrame).expandedTo({0, 0});
   window.move(area.topLeft() + QPoint(left.width(), left.height()) / 2);
 }

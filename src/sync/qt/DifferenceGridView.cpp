@@ -50,6 +50,11 @@ void CentredPicture::paint(QPainter* painter, const QStyleOptionViewItem& option
   QStyleOptionViewItem background = option;
   initStyleOption(&background, index);
   background.features &= ~QStyleOptionViewItem::HasDecoration;
+  // The colour of what is selected would swallow the picture.
+  background.state &= ~QStyle::State_Selected;
+  const bool isOther = background.features.testFlag(QStyleOptionViewItem::Alternate);
+  painter->fillRect(option.rect,
+                    option.palette.brush(isOther ? QPalette::AlternateBase : QPalette::Base));
   const QWidget* widget = option.widget;
   widget->style()->drawControl(QStyle::CE_ItemViewItem, &background, painter, widget);
   const QSize size = option.decorationSize.boundedTo(option.rect.size());

@@ -10,7 +10,11 @@ namespace {
 struct Pair {
   QPalette::ColorRole changes;
   QPalette::ColorRole stays;
+  double contrast = kTextContrast;
 };
+
+// A style lights up what is selected where the mouse lies over it.
+constexpr double kSelectionContrast = 5.4;
 
 // Of a selection the background changes: its text is black or white already, and the colour keeps
 // its hue.
@@ -23,7 +27,7 @@ constexpr Pair kPairs[] = {
     {QPalette::ToolTipText, QPalette::ToolTipBase},
     {QPalette::Link, QPalette::Window},
     {QPalette::LinkVisited, QPalette::Window},
-    {QPalette::Highlight, QPalette::HighlightedText},
+    {QPalette::Highlight, QPalette::HighlightedText, kSelectionContrast},
 };
 
 // A colour that lets some of what is behind it through, as it looks there.
@@ -41,10 +45,10 @@ QPalette legibleChanges(const QPalette& desktop) {
   QPalette changes;
   QPalette seen = desktop;
   for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
-    for (const auto& [role, other] : kPairs) {
+    for (const auto& [role, other, needed] : kPairs) {
       const QColor behind = seen.color(group, other);
       const Colour now = fromQt(laidOver(seen.color(group, role), behind));
-      const Colour wanted = standingOut(now, fromQt(behind), kTextContrast);
+      const Colour wanted = standingOut(now, fromQt(behind), needed);
       if (wanted == now) continue;
       const QColor colour = toQt(wanted);
       seen.setColor(group, role, colour);
