@@ -13,7 +13,6 @@
 #include <filesystem>
 #include <memory>
 
-#include "barcode/ModcodeBarre.h"
 #include "barcode/frmCodeBarrePrev.h"
 #include "barcode/qt/SymbolView.h"
 #include "bridge/frmDebug.h"
@@ -128,8 +127,7 @@ class AllWindows {
                              .locale = locale_,
                              .shell = shell_,
                              .questions = questions_,
-                             .fontPage = [] { return Text(u"/nav/aide.html"); },
-                             .encode = ModcodeBarre::CodeBar},
+                             .fontPage = [] { return Text(u"/nav/aide.html"); }},
                             [](QPrinter&, bool) { return false; });
     window.Form_Load();
     control<QLineEdit>(window, "txtSource").setText(QStringLiteral("400638133393"));
