@@ -19,7 +19,6 @@ from wine_stage import WineStage, wait_for
 
 _BUILD = "build/windows-qt"
 _SPLASH = 400    # pixels; the icon, the menu and the notice are narrower
-_TRAY = 14       # half the panel's height, from the screen's lower right corner
 _KNOWN = 1_400_000_000
 
 FIRST = "Tavrollo : Initialisation du programme"
@@ -48,10 +47,9 @@ class UnderWine(unittest.TestCase):
 
     def open_menu(self):
         before = self.stage.shapes()
-        width, height = (int(n) for n in self.stage.xdotool("getdisplaygeometry").split())
 
         def opened():
-            self.stage.click(width - _TRAY, height - _TRAY)
+            self.stage.click_icon()
             try:
                 return wait_for(lambda: set(self.stage.shapes()) - set(before), "the menu", 8)
             except TimeoutError:

@@ -21,6 +21,9 @@ from firefox import Firefox
 UNDER_WINE = str(SOURCES / "packaging" / "windows" / "under-wine")
 # The search for it is the one of under-wine: Debian has it beside its other parts.
 _WINE_FOLDER = "/usr/lib/wine"
+# Wine's window for icons, and how large each is there.
+_TRAY = "Wine System Tray"
+_ICON = 20
 
 
 def wine_program(name):
@@ -187,6 +190,9 @@ class WineStage:
     def __enter__(self):
         self.desktop.__enter__()
         try:
+            # Wine shows icons in a window of its own where there is no tray. In a tray of X, to which
+            # it hands them on, they often stay blank and deaf.
+            self.desktop.end_tray()
             self.wine.make()
             self.programs = os.path.join(self.wine.drive, "Outils")
             self.companion = WindowsCompanion(
@@ -288,7 +294,8 @@ class WineStage:
             shapes[window] = tuple(int(place[name]) for name in ("X", "Y", "WIDTH", "HEIGHT"))
         return shapes
 
-    def click(self, x, y, button=1):
-        self.xdotool("mousemove", str(x), str(y))
-        time.sleep(0.5)  # the tray has to see the mouse come before it is pressed
+    def click_icon(self, button=1):
+        """Clicks the program's icon, the only one in Wine's window for them."""
+        window = self.window(_TRAY)
+        self.xdotool("mousemove", "--window", window, str(_ICON // 2), str(_ICON // 2))
         self.xdotool("click", str(button))

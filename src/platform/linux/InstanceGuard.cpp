@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <string>
 #include <sys/stat.h>
+#include <utility>
 
 #include "platform/Files.h"
 #include "platform/InstanceFile.h"
@@ -17,15 +18,15 @@ Text lockPath() { return runtimeFolder() + u"/tavrollo.lock"; }
 
 // A lock of the open file: unlike flock's it can be asked about without being taken, so that asking
 // never gets in the way of an instance that is just starting.
-struct flock wholeFile() {
+struct flock wholeFile(short type) {
   struct flock lock {};
-  lock.l_type = F_WRLCK;
+  lock.l_type = type;
   lock.l_whence = SEEK_SET;
   return lock;
 }
 
 bool isLocked(int file) {
-  struct flock lock = wholeFile();
+  struct flock lock = wholeFile(F_WRLCK);
   return ::fcntl(file, F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
 }
 
@@ -45,6 +46,15 @@ bool hasOpen(int processId, const struct stat& file) {
 }  // namespace
 
 struct InstanceGuard::Lock {
+  explicit Lock(FileDescriptor opened) : file(std::move(opened)) {}
+  // Closing lets go of it too, but not at once while somebody looks at our open files in /proc.
+  ~Lock() {
+    struct flock lock = wholeFile(F_UNLCK);
+    ::fcntl(file.number(), F_OFD_SETLK, &lock);
+  }
+  Lock(const Lock&) = delete;
+  Lock& operator=(const Lock&) = delete;
+
   FileDescriptor file;
 };
 
@@ -59,15 +69,14 @@ bool InstanceGuard::acquire(const Text& programFolder) {
       ::open(toUtf8Lossless(lockPath()).c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
   // Where no lock can be kept nothing can be told, and running twice is better than not at all.
   if (!file.isOpen()) return true;
-  struct flock lock = wholeFile();
+  struct flock lock = wholeFile(F_WRLCK);
   if (::fcntl(file.number(), F_OFD_SETLK, &lock) != 0) return errno != EAGAIN && errno != EACCES;
 
   const std::string holder = instanceFileText({::getpid(), programFolder});
   const bool written = ::ftruncate(file.number(), 0) == 0 &&
                        ::pwrite(file.number(), holder.data(), holder.size(), 0) >= 0;
   static_cast<void>(written);  // the lock holds without it; only a relaunch will not know us
-  lock_ = std::make_unique<Lock>();
-  lock_->file = std::move(file);
+  lock_ = std::make_unique<Lock>(std::move(file));
   return true;
 }
 

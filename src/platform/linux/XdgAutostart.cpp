@@ -35,11 +35,14 @@ std::optional<DesktopEntry> readEntry(const Text& path, std::string& bytes) {
   return parseDesktopEntry(bytes, toUtf8Lossless(path));
 }
 
+bool mayBeThere(const std::string& program) {
+  return !program.starts_with('/') || FileExists(fromUtf8Lossless(program));
+}
+
 bool startsSomething(const DesktopEntry& entry) {
   const std::optional<std::vector<std::string>> command = desktopEntryCommand(entry, {});
   if (!command || !entry.autostartEnabled) return false;
-  const std::string& program = command->front();
-  return !program.starts_with('/') || FileExists(fromUtf8Lossless(program));
+  return mayBeThere(entry.tryExec) && mayBeThere(command->front());
 }
 
 bool isEntryOn(const Text& path) {
@@ -58,6 +61,21 @@ std::string quotedWord(const std::string& word) {
   }
   const bool plain = !word.empty() && word.find_first_of(kReserved) == std::string::npos;
   return plain ? text : '"' + text + '"';
+}
+
+// A text as a value of a launcher.
+std::string escaped(const std::string& text) {
+  std::string value;
+  for (const char c : text) {
+    switch (c) {
+      case '\\': value += "\\\\"; break;
+      case '\n': value += "\\n"; break;
+      case '\t': value += "\\t"; break;
+      case '\r': value += "\\r"; break;
+      default: value += c;
+    }
+  }
+  return value;
 }
 
 Failure removeEntry(const Text& path) {
@@ -89,17 +107,7 @@ XdgAutostart::Places xdgConfigFolders() {
 std::string execValue(const std::vector<std::string>& command) {
   std::string line;
   for (const std::string& word : command) line += (line.empty() ? "" : " ") + quotedWord(word);
-  std::string value;
-  for (const char c : line) {
-    switch (c) {
-      case '\\': value += "\\\\"; break;
-      case '\n': value += "\\n"; break;
-      case '\t': value += "\\t"; break;
-      case '\r': value += "\\r"; break;
-      default: value += c;
-    }
-  }
-  return value;
+  return escaped(line);
 }
 
 std::string withDesktopKey(std::string_view entry, std::string_view key, std::string_view value) {
@@ -146,7 +154,11 @@ Failure XdgAutostart::set(bool on) {
   if (!on && sharedEntry().empty()) return removeEntry(path);
   bytes = withDesktopKey(bytes, "Hidden", on ? "false" : "true");
   bytes = withDesktopKey(bytes, "X-GNOME-Autostart-enabled", on ? "true" : "false");
-  if (on || !isThere) bytes = withDesktopKey(bytes, "Exec", execValue(command_));
+  if (on || !isThere) {
+    bytes = withDesktopKey(bytes, "Exec", execValue(command_));
+    // A desktop passes over a launcher whose program was removed.
+    bytes = withDesktopKey(bytes, "TryExec", escaped(command_.front()));
+  }
   return writeEntry(path, bytes);
 }
 

@@ -25,8 +25,8 @@ class XdgAutostart : public Autostart {
   // A launcher whose program is gone starts nothing and counts as off.
   bool isOn() override;
 
-  // On: the user's launcher starts this program; what else he wrote in it stays. Off: it goes,
-  // unless one of the system's would take its place; then it says that it is hidden.
+  // On: the user's launcher starts this program, if it is there; what else he wrote in it stays.
+  // Off: it goes, unless one of the system's would take its place; then it says that it is hidden.
   Failure set(bool on) override;
 
  private:

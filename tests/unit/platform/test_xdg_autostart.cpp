@@ -44,6 +44,7 @@ TEST_F(XdgAutostartTest, OnWritesALauncherThatStartsTheProgramAndOffRemovesIt) {
   const std::optional<DesktopEntry> written = parseDesktopEntry(scratch.read(kOwn), "");
   ASSERT_TRUE(written);
   EXPECT_EQ(desktopEntryCommand(*written, {}), std::vector<std::string>{program_});
+  EXPECT_EQ(written->tryExec, program_);
   EXPECT_EQ(written->name, "Tavrollo");
   EXPECT_FALSE(written->terminal);
 
@@ -79,6 +80,8 @@ TEST_F(XdgAutostartTest, TheDesktopsOwnSwitchCounts) {
       {"X-GNOME-Autostart-enabled=true\n", true},
       {"X-GNOME-Autostart-enabled=true\nHidden=true\n", false},
       {"[Other]\nHidden=true\n", true},
+      {"TryExec=/gone/tavrollo\n", false},
+      {"TryExec=tavrollo\n", true},
   };
   for (const auto& row : rows) {
     scratch.write(kOwn, entry(row.lines));
@@ -100,7 +103,8 @@ TEST_F(XdgAutostartTest, OnUndoesTheDesktopsSwitchAndKeepsWhatTheUserWrote) {
 }
 
 TEST_F(XdgAutostartTest, OnStartsThisProgramWhereTheLauncherStartedAnother) {
-  scratch.write(kOwn, "[Desktop Entry]\nType=Application\nName=T\nExec=/gone/tavrollo --trace\n");
+  scratch.write(kOwn, "[Desktop Entry]\nType=Application\nName=T\nExec=/gone/tavrollo --trace\n"
+                      "TryExec=/gone/tavrollo\n");
   EXPECT_FALSE(isOn());  // it would start nothing
   ASSERT_FALSE(set(true));
   EXPECT_TRUE(isOn());
