@@ -294,8 +294,16 @@ class WineStage:
             shapes[window] = tuple(int(place[name]) for name in ("X", "Y", "WIDTH", "HEIGHT"))
         return shapes
 
+    def give_focus(self, window):
+        """The program asked for it, but the window manager may give it to the clicked icon then."""
+        time.sleep(0.3)
+        self.xdotool("windowfocus", window)
+
     def click_icon(self, button=1):
         """Clicks the program's icon, the only one in Wine's window for them."""
         window = self.window(_TRAY)
         self.xdotool("mousemove", "--window", window, str(_ICON // 2), str(_ICON // 2))
-        self.xdotool("click", str(button))
+        # As slowly as a hand: the window manager is to give that window the focus meanwhile.
+        self.xdotool("mousedown", str(button))
+        time.sleep(0.3)
+        self.xdotool("mouseup", str(button))
