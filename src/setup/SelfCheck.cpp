@@ -67,29 +67,36 @@ Finding configFinding(const Facts& facts) {
                     u"Lancez Tavrollo et laissez-le chercher la base de cookies.");
     case Facts::ConfigState::Unreadable: break;
   }
-  return toMend(kSubject, path + u" n'est pas complet",
-                u"Ouvrez « Paramètres » dans le menu de Tavrollo, vérifiez-les et cliquez Ok.");
+  return toMend(
+      kSubject, path + u" n'est pas complet",
+      u"Ouvrez « Paramètres » dans le menu de Tavrollo, vérifiez-les et cliquez sur « OK ».");
+}
+
+// Of several ways to choose another store, the one that stands open while the menu is locked.
+Text chooseStore(const Facts& facts, const Text& what) {
+  return u"Choisissez " + what +
+         u" dans « Paramètres », page « Navigateur ». Si le menu « Tavrollo » est grisé, quittez "
+         u"Tavrollo, supprimez config.cfg du dossier " +
+         facts.programFolder + u" et relancez-le : il cherche de nouveau.";
 }
 
 Finding profileFinding(const Facts& facts) {
   constexpr TextView kSubject = u"Profil de Firefox";
   if (facts.settings.browser != 0) {
     return toMend(kSubject, u"les réglages disent Google Chrome, qui chiffre ses cookies",
-                  u"Choisissez Firefox dans « Paramètres », page « Navigateur ».");
+                  chooseStore(facts, u"Firefox"));
   }
   if (!facts.liveStore) {
     return toMend(kSubject, u"Firefox n'a pas encore de profil",
                   u"Installez Firefox s'il manque, et lancez-le une fois.");
   }
   if (!facts.storeThere) {
-    return toMend(
-        kSubject, u"base de cookies introuvable : " + facts.settings.cookiesPath,
-        u"Choisissez " + *facts.liveStore + u" dans « Paramètres », page « Navigateur ».");
+    return toMend(kSubject, u"base de cookies introuvable : " + facts.settings.cookiesPath,
+                  chooseStore(facts, *facts.liveStore));
   }
   if (*facts.liveStore != facts.settings.cookiesPath) {
-    return toMend(
-        kSubject, u"Firefox se sert d'un autre profil que celui qui est surveillé",
-        u"Choisissez " + *facts.liveStore + u" dans « Paramètres », page « Navigateur ».");
+    return toMend(kSubject, u"Firefox se sert d'un autre profil que celui qui est surveillé",
+                  chooseStore(facts, *facts.liveStore));
   }
   return well(kSubject, facts.settings.cookiesPath + u" (" + facts.storeDetails + u")");
 }
@@ -119,8 +126,9 @@ Finding storeFinding(const Facts& facts) {
 Finding commandFinding(const Facts& facts) {
   constexpr TextView kSubject = u"Dernière commande";
   if (facts.lastCommand) return well(kSubject, u"reçue le " + facts.lastCommand->time);
-  return toMend(kSubject, u"aucune n'est encore arrivée",
-                u"Tavrollo et Firefox lancés, ouvrez la page du professeur et cliquez un bouton.");
+  return toMend(
+      kSubject, u"aucune n'est encore arrivée",
+      u"Tavrollo et Firefox lancés, ouvrez la page du professeur et cliquez sur un bouton.");
 }
 
 Finding browserFinding(const Facts& facts) {

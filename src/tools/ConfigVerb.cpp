@@ -9,7 +9,8 @@ namespace {
 constexpr std::string_view kUsage =
     "Usage : tavrolloctl config FICHIER\n"
     "Affiche les réglages d'un fichier config.cfg, tels qu'ils y sont : une ligne par réglage,\n"
-    "son nom, une tabulation, sa valeur.\n";
+    "son nom, une tabulation, sa valeur.\n"
+    "Code de retour : 0 affiché, 2 illisible ou incomplet.\n";
 
 void writeLine(std::ostream& out, std::string_view name, const Text& value) {
   out << name << '\t' << toUtf8Lossless(value) << '\n';

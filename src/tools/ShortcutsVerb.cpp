@@ -9,7 +9,8 @@ namespace {
 constexpr std::string_view kUsage =
     "Usage : tavrolloctl shortcuts FICHIER\n"
     "Affiche les raccourcis d'un fichier shortQrCode.js : FreeId et sa valeur, puis une ligne par\n"
-    "raccourci, sa clé, son nom et son adresse, séparés par des tabulations.\n";
+    "raccourci, sa clé, son nom et son adresse, séparés par des tabulations.\n"
+    "Code de retour : 0 affiché, 2 illisible ou incomplet.\n";
 
 void writeTable(std::ostream& out, const ShortcutTable& table) {
   out << "FreeId\t" << toUtf8(numberText(std::int64_t{table.freeId()})) << '\n';

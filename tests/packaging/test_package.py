@@ -20,10 +20,15 @@ usr/bin/tavrollo usr/bin/tavrolloctl usr/libexec/tavrollo/tavrollo usr/libexec/t
 usr/share/applications/tavrollo.desktop
 usr/share/bash-completion/completions/tavrollo usr/share/bash-completion/completions/tavrolloctl
 usr/share/doc/tavrollo/README.md usr/share/doc/tavrollo/changelog.gz usr/share/doc/tavrollo/copyright
+usr/share/doc/tavrollo/CONTRIBUTING.md usr/share/doc/tavrollo/SECURITY.md
+usr/share/doc/tavrollo/docs/architecture.md usr/share/doc/tavrollo/docs/images/house.svg
 usr/share/doc/tavrollo/docs/file-formats.md usr/share/doc/tavrollo/docs/images/page-prof.png
 usr/share/fish/vendor_completions.d/tavrollo.fish usr/share/fish/vendor_completions.d/tavrolloctl.fish
 usr/share/fonts/truetype/tavrollo/Code128.ttf usr/share/fonts/truetype/tavrollo/CodeEAN13.ttf
+usr/share/fonts/truetype/tavrollo/Code2of5interleaved.ttf
+usr/share/fonts/truetype/tavrollo/Code3de9.ttf usr/share/fonts/truetype/tavrollo/Code3de9Lab.ttf
 usr/share/icons/hicolor/48x48/apps/tavrollo.png usr/share/icons/hicolor/scalable/apps/tavrollo.svg
+usr/share/metainfo/org.example.tavrollo.metainfo.xml
 usr/share/man/man1/tavrollo.1.gz usr/share/man/man1/tavrolloctl.1.gz
 usr/share/tavrollo/nav/index.html usr/share/tavrollo/nav/user_datas/bienvenue.html
 usr/share/tavrollo/modeles_word_excel/modele_defaut.doc usr/share/tavrollo/shortQrCode_exemple.js

@@ -87,3 +87,16 @@ test('texts and marks stand out from what is behind them, in light and in dark',
   const regles = feuille.replace(/:root \{[^}]*\}/g, '');
   assert.doesNotMatch(regles, /#[0-9a-f]{3,8}\b(?=[^{}]*;)|rgb\(|hsl\(/);
 });
+
+test('the help page has each command with an example that the pages would send', () => {
+  const valeur = require('../../nav/res_css/js/valeur.js');
+  const table = lire('aide.html').match(/aria-label="Tableau des commandes">([\s\S]*?)<\/table>/)[1];
+  const exemples = Array.from(table.matchAll(/class="exemple"><code>(.*?)<\/code>/g), (trouve) => trouve[1]);
+  const mots = exemples.map((exemple) => {
+    const champs = exemple.replace(/_e-o-v_$/, '').split('_|_');
+    const compteur = champs.pop();
+    assert.deepStrictEqual(valeur.construireCommande(champs[0], champs.slice(1), compteur), { valeur: exemple });
+    return champs[0];
+  });
+  assert.deepStrictEqual(mots, ['notepad', 'shellexe', 'runapp', 'createlink', 'ini', 'lzck']);
+});

@@ -128,6 +128,18 @@ const struct {
      u"manque : Code 128", u"Réinstallez Tavrollo, ou "},
 };
 
+// The menu stays locked as long as no page gets through.
+TEST(SelfCheck, AWrongStoreCanBeMendedWithoutTheMenu) {
+  for (void (*breakIt)(Facts&) : {+[](Facts& f) { f.settings.browser = 1; },
+                                  +[](Facts& f) { f.liveStore = u"/q/cookies.sqlite"; },
+                                  +[](Facts& f) { f.storeThere = false; }}) {
+    Facts facts = allWell();
+    breakIt(facts);
+    EXPECT_NE(about(facts, u"Profil de Firefox").mend.find(u"supprimez config.cfg du dossier /h"),
+              Text::npos);
+  }
+}
+
 TEST(SelfCheck, EachFaultIsToldWithTheSentenceThatMendsIt) {
   for (const auto& fault : kFaults) {
     Facts facts = allWell();
