@@ -23,7 +23,7 @@ FolderSync::Outcome FolderSync::compare(const Text& webRoot, const Text& backupP
 
   const Box box = shortcutCopyFailedBox();
   liveTable_ = fileStamp(liveShortcutTable(webRoot));
-  copyTable(liveShortcutTable(webRoot), travellingShortcutTable(webRoot), &box);
+  liveTravels_ = copyTable(liveShortcutTable(webRoot), travellingShortcutTable(webRoot), &box);
   source_ = LancerLaRecherche_FSO(1, pattern);
   if (!source_.stopped) backup_ = LancerLaRecherche_FSO(2, pattern);
   if (source_.stopped || backup_.stopped) return Outcome::Stopped;
@@ -41,7 +41,15 @@ SyncReport FolderSync::synchronise() {
   std::string after;
   firstComparison_ = false;
   const Text live = liveShortcutTable(webRoot_);
-  if (fileStamp(live) != liveTable_) return report;
+  if (fileStamp(live) != liveTable_) {
+    progress_.trace(Text(kLiveTableChanged));
+    return report;
+  }
+  // What stands among the user's files may then be older than the live one.
+  if (liveTable_ && !liveTravels_) {
+    progress_.trace(Text(kLiveTableStayed));
+    return report;
+  }
   readFile(live, before);
   copyTable(travellingShortcutTable(webRoot_), live, nullptr);
   readFile(live, after);
@@ -54,11 +62,12 @@ void FolderSync::removeTravellingTable(const Text& webRoot) {
   std::filesystem::remove(toPath(travellingShortcutTable(webRoot)), ignored);
 }
 
-void FolderSync::copyTable(const Text& from, const Text& to, const Box* box) {
+bool FolderSync::copyTable(const Text& from, const Text& to, const Box* box) {
   Failure failure;
-  if (CopierFichier(from, to, 0, questions_, &failure)) return;
+  if (CopierFichier(from, to, 0, questions_, &failure)) return true;
   progress_.trace(notCopiedLine(from, failure));
   if (box) questions_.ask(*box);
+  return false;
 }
 
 // Side 1 is the source, any other the backup.

@@ -24,7 +24,7 @@ class FolderSync {
   Outcome compare(const Text& webRoot, const Text& backupPath, const Text& pattern);
 
   // Carries out the table and puts the shortcut table back in its live place, unless the live one
-  // was saved since the comparison. The next comparison is no longer the first. To be followed by
+  // changed since the comparison or could not be put among the user's files in it. The next comparison is no longer the first. To be followed by
   // another `compare`.
   SyncReport synchronise();
 
@@ -37,7 +37,8 @@ class FolderSync {
   const DifferenceTable& table() const { return table_; }
 
  private:
-  void copyTable(const Text& from, const Text& to, const Box* box);
+  // False, traced and told in `box` (when given), when the table could not be copied.
+  bool copyTable(const Text& from, const Text& to, const Box* box);
   Listing LancerLaRecherche_FSO(std::int16_t id, const Text& Filtre);
 
   Questions& questions_;
@@ -45,6 +46,7 @@ class FolderSync {
   Text webRoot_;
   Text backupRoot_;
   std::optional<FileStamp> liveTable_;  // as it was compared
+  bool liveTravels_ = false;            // it was put among the user's files
   Listing source_;
   Listing backup_;
   DifferenceTable table_;

@@ -36,6 +36,14 @@ Text resultText(std::size_t count);
 // Both sides are the same: on the first comparison, and after a synchronisation.
 Text identicalText(bool firstComparison);
 
+// Lines of the trace: why a run left the live shortcut table as it was.
+inline constexpr TextView kLiveTableChanged =
+    u"Synchronisation - shortQrCode.js n'est pas restauré : celui en service a changé depuis la "
+    u"comparaison";
+inline constexpr TextView kLiveTableStayed =
+    u"Synchronisation - shortQrCode.js n'est pas restauré : celui en service n'a pas pu être copié "
+    u"dans user_datas";
+
 // Lines of the trace.
 Text obstacleLine(const Text& root, const Obstacle& obstacle);
 Text notCopiedLine(const Text& path, const Failure& failure);
