@@ -32,7 +32,8 @@ FolderSync::Outcome FolderSync::compare(const Text& webRoot, const Text& backupP
   removeLeftovers(backup_);
   table_ = compareListings(source_, backup_);
   if (table_.withheld > 0) progress_.trace(withheldLine(table_.withheld));
-  return table_.rows.empty() ? Outcome::Identical : Outcome::Different;
+  if (!table_.rows.empty()) return Outcome::Different;
+  return notCompared() > 0 ? Outcome::Unknown : Outcome::Identical;
 }
 
 SyncReport FolderSync::synchronise() {

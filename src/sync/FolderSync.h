@@ -11,6 +11,7 @@ class FolderSync {
   enum class Outcome {
     Identical,  // nothing is to be copied
     Different,  // the table holds rows
+    Unknown,    // it holds none, but not everything could be compared
     Stopped,    // the progress ended the work: the table is empty
     Refused,    // the backup folder overlaps the user's files: a box told so
   };
@@ -35,6 +36,9 @@ class FolderSync {
   const Listing& source() const { return source_; }
   const Listing& backup() const { return backup_; }
   const DifferenceTable& table() const { return table_; }
+
+  // How much the last comparison had to leave out.
+  std::size_t notCompared() const { return ::notCompared(source_, backup_, table_); }
 
  private:
   // False, traced and told in `box` (when given), when the table could not be copied.

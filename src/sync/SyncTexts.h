@@ -50,6 +50,7 @@ Text notCopiedLine(const Text& path, const Failure& failure);
 Text withheldLine(std::size_t count);
 Text copiedLine(std::size_t copied, std::size_t failed);
 
-// The line of the window about a run: what copiedLine says, and how many files were passed over
-// because the other side could not be asked about them.
-Text reportLine(std::size_t copied, std::size_t failed, std::size_t withheld);
+// The line of the window about a comparison that had to leave something out, and the one about a
+// run: what copiedLine says, and how much was left out of the comparison that followed.
+Text notComparedLine(std::size_t notCompared);
+Text reportLine(std::size_t copied, std::size_t failed, std::size_t notCompared);

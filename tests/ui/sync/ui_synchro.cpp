@@ -676,10 +676,27 @@ TEST_F(Synchro, WhatCouldNotBeAskedIsCountedInTheWindow) {
   open();
   click("cmdCompare");
   EXPECT_EQ(rows(), Lines{"0|shortQrCode.js|"});
-  EXPECT_EQ(label("labReport"), toUtf8(withheldLine(1)));
+  EXPECT_EQ(label("labReport"), toUtf8(notComparedLine(1)));
   EXPECT_FALSE(traced.empty());
   std::filesystem::remove(scratch.path("stick/docs"));
   click("cmdCompare");
+  EXPECT_EQ(label("labReport"), "");
+}
+
+TEST_F(Synchro, WithoutRowsWhatCouldNotBeReadIsCountedAndNothingIsCalledIdentical) {
+  scratch.write("stick/shortQrCode.js", "live");
+  age("stick/shortQrCode.js");
+  std::filesystem::create_symlink("nowhere", scratch.path("nav/user_datas/a"));
+  open();
+  click("cmdCompare");
+  EXPECT_EQ(label("labIdem"), "");
+  EXPECT_EQ(label("labReport"), "Synchronisation : 1 non comparé");
+  EXPECT_EQ(label("labDir_0"), "Recherche terminée");
+  EXPECT_FALSE(isShown("Grid"));
+  EXPECT_FALSE(isShown("cmdSynchro"));
+  std::filesystem::remove(scratch.path("nav/user_datas/a"));
+  click("cmdCompare");
+  EXPECT_EQ(label("labIdem"), "Les 2 côtés sont identiques. Rien à synchroniser.");
   EXPECT_EQ(label("labReport"), "");
 }
 
@@ -825,6 +842,19 @@ TEST_F(Synchro, WhatCouldNotBeAskedIsCountedAfterARunToo) {
   };
   click("cmdSynchro");
   EXPECT_EQ(label("labReport"), toUtf8(reportLine(1, 0, 1)));
+}
+
+TEST_F(Synchro, AfterARunWhatCouldNotBeReadIsCountedAndNothingIsCalledIdentical) {
+  std::filesystem::create_symlink("nowhere", scratch.path("nav/user_datas/a"));
+  open();
+  click("cmdCompare");
+  EXPECT_EQ(rows(), Lines{"0|shortQrCode.js|"});
+  EXPECT_EQ(label("labIdem"), "Cliquez pour fermer sans synchroniser.");
+  click("cmdSynchro");
+  EXPECT_EQ(label("labReport"), toUtf8(reportLine(1, 0, 1)));
+  EXPECT_EQ(label("labIdem"), "");
+  EXPECT_EQ(label("labDir_0"), "Synchro terminée !");
+  EXPECT_FALSE(isShown("cmdSynchro"));
 }
 
 TEST_F(Synchro, WhatCouldNotBeCopiedIsTracedCountedAndShownAgain) {
