@@ -16,6 +16,11 @@ FolderSync::Outcome FolderSync::compare(const Text& webRoot, const Text& backupP
   ViderGrille(table_);
   webRoot_ = webRoot;
   backupRoot_ = AjouterAntislash(backupPath);
+  if (webRoot.empty()) {  // else the current folder would be taken for it
+    progress_.trace(Text(kNoWebRoot));
+    questions_.ask(folderMissingBox(userFilesRoot(webRoot)));
+    return Outcome::Refused;
+  }
   if (foldersOverlap(userFilesRoot(webRoot), backupRoot_)) {
     questions_.ask(foldersOverlapBox(backupRoot_));
     return Outcome::Refused;
@@ -37,6 +42,7 @@ FolderSync::Outcome FolderSync::compare(const Text& webRoot, const Text& backupP
 }
 
 SyncReport FolderSync::synchronise() {
+  if (webRoot_.empty()) return {};
   SyncReport report = executeRows(source_, backup_, table_.rows, questions_, progress_);
   std::string before;
   std::string after;
@@ -59,6 +65,7 @@ SyncReport FolderSync::synchronise() {
 }
 
 void FolderSync::removeTravellingTable(const Text& webRoot) {
+  if (webRoot.empty()) return;
   std::error_code ignored;
   std::filesystem::remove(toPath(travellingShortcutTable(webRoot)), ignored);
 }

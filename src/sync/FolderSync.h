@@ -13,20 +13,20 @@ class FolderSync {
     Different,  // the table holds rows
     Unknown,    // it holds none, but not everything could be compared
     Stopped,    // the progress ended the work: the table is empty
-    Refused,    // the backup folder overlaps the user's files: a box told so
+    Refused,    // the user's files are nowhere, or the backup overlaps them: a box told so
   };
 
   FolderSync(Questions& questions, SyncProgress& progress)
       : questions_(questions), progress_(progress) {}
 
   // Puts the live shortcut table among the user's files, lists both sides and compares them.
-  // `webRoot` ends with a separator; `backupPath` is what the user chose; "" and "*.*" as `pattern`
-  // mean every file.
+  // `webRoot` ends with a separator, and is "" when nobody knows it; `backupPath` is what the user
+  // chose; "" and "*.*" as `pattern` mean every file.
   Outcome compare(const Text& webRoot, const Text& backupPath, const Text& pattern);
 
   // Carries out the table and puts the shortcut table back in its live place, unless the live one
-  // changed since the comparison or could not be put among the user's files in it. The next comparison is no longer the first. To be followed by
-  // another `compare`.
+  // changed since the comparison or could not be put among the user's files in it. The next
+  // comparison is no longer the first. To be followed by another `compare`.
   SyncReport synchronise();
 
   // The window closes: the shortcut table among the user's files goes, the live one stays.

@@ -36,6 +36,10 @@ Text resultText(std::size_t count);
 // Both sides are the same: on the first comparison, and after a synchronisation.
 Text identicalText(bool firstComparison);
 
+// A line of the trace: where the shortcut table stands there is no web application's root above it.
+inline constexpr TextView kNoWebRoot =
+    u"Synchronisation - user_datas n'est pas connu : shortQrCode.js n'est pas dans res_css\\js";
+
 // Lines of the trace: why a run left the live shortcut table as it was.
 inline constexpr TextView kLiveTableChanged =
     u"Synchronisation - shortQrCode.js n'est pas restauré : celui en service a changé depuis la "

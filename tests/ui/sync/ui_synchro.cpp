@@ -614,6 +614,29 @@ TEST_F(Synchro, ABackupAmongTheUsersFilesIsRefused) {
   EXPECT_TRUE(find<QWidget>("cmdClose").isEnabled());
 }
 
+TEST_F(Synchro, WithoutAWebApplicationNothingIsComparedMadeOrDeleted) {
+  settings.shortcutPath = scratch.text("shortQrCode.js");
+  scratch.write("shortQrCode.js", "live");
+  scratch.write("stick/a", "1");
+  scratch.write("here/user_datas/shortQrCode.js", "another's");
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(scratch.path("here"));
+  open();
+  questions.answers = {Answer::Ok};
+  click("cmdCompare");
+  EXPECT_EQ(questions.boxes, std::vector<Box>{folderMissingBox(u"user_datas/")});
+  EXPECT_EQ(traced, Lines{toUtf8(kNoWebRoot)});
+  EXPECT_EQ(label("labIdem"), "");
+  EXPECT_FALSE(isShown("Grid"));
+  EXPECT_FALSE(isShown("cmdSynchro"));
+  click("cmdClose");
+  std::filesystem::current_path(before);
+  EXPECT_FALSE(window->isOpen());
+  EXPECT_EQ(scratch.read("here/user_datas/shortQrCode.js"), "another's");
+  EXPECT_EQ(scratch.namesIn("here"), Lines{"user_datas"});
+  EXPECT_EQ(scratch.namesIn("stick"), Lines{"a"});
+}
+
 TEST_F(Synchro, AMissingShortcutTableIsToldAndTheComparisonGoesOn) {
   std::filesystem::remove(scratch.path("nav/res_css/js/shortQrCode.js"));
   scratch.write("nav/user_datas/a", "1");

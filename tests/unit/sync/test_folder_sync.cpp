@@ -265,6 +265,30 @@ TEST_F(FolderSyncTest, BothSidesMissingAreToldOneAfterTheOther) {
             (std::vector<Box>{shortcutCopyFailedBox(), folderMissingBox(missing)}));
 }
 
+TEST_F(FolderSyncTest, WithoutAWebRootNothingIsCopiedMadeOrDeleted) {
+  // The folders that a root of "" would mean.
+  scratch.write("here/res_css/js/shortQrCode.js", "another's");
+  scratch.write("here/user_datas/shortQrCode.js", "another's too");
+  scratch.write("stick/a", "");
+  const std::filesystem::path before = std::filesystem::current_path();
+  for (const char* folder : {"here", "stick"}) {
+    std::filesystem::current_path(toPath(scratch.text(folder)));
+    questions.answers = {Answer::Ok};
+    questions.boxes.clear();
+    EXPECT_EQ(sync.compare(Text(), scratch.text("stick"), u""), Outcome::Refused);
+    EXPECT_EQ(questions.boxes,
+              std::vector<Box>{folderMissingBox(Text(u"user_datas") + nativeSeparator())});
+    EXPECT_EQ(progress.lines.back(), slashed(toUtf8(kNoWebRoot)));
+    EXPECT_TRUE(rows().empty());
+    EXPECT_EQ(sync.synchronise().copied, 0u);
+    FolderSync::removeTravellingTable(Text());
+  }
+  std::filesystem::current_path(before);
+  EXPECT_EQ(scratch.namesIn("stick"), Lines{"a"});
+  EXPECT_EQ(scratch.read("here/res_css/js/shortQrCode.js"), "another's");
+  EXPECT_EQ(scratch.read("here/user_datas/shortQrCode.js"), "another's too");
+}
+
 TEST_F(FolderSyncTest, ABackupAroundOrInTheUsersFilesIsRefused) {
   scratch.makeFolders("nav/user_datas/inside");
   scratch.write("stick/a", "");
