@@ -275,10 +275,11 @@ TEST_F(FolderSyncTest, WithoutAWebRootNothingIsCopiedMadeOrDeleted) {
     std::filesystem::current_path(toPath(scratch.text(folder)));
     questions.answers = {Answer::Ok};
     questions.boxes.clear();
+    progress.lines.clear();
     EXPECT_EQ(sync.compare(Text(), scratch.text("stick"), u""), Outcome::Refused);
     EXPECT_EQ(questions.boxes,
               std::vector<Box>{folderMissingBox(Text(u"user_datas") + nativeSeparator())});
-    EXPECT_EQ(progress.lines.back(), slashed(toUtf8(kNoWebRoot)));
+    EXPECT_EQ(progress.lines, Lines{slashed(toUtf8(kNoWebRoot))});
     EXPECT_TRUE(rows().empty());
     EXPECT_EQ(sync.synchronise().copied, 0u);
     FolderSync::removeTravellingTable(Text());
