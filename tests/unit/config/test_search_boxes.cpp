@@ -63,8 +63,9 @@ TEST(SearchTexts, ABrowserThatNeverRanIsToBeStartedOnce) {
 }
 
 TEST(SearchTexts, WithAStoreTheWindowMayBeClosed) {
-  EXPECT_EQ(storeChosenText(),
-            u"Fichier choisi : il est essayé dans le navigateur. Vous pouvez fermer cette fenêtre.");
+  EXPECT_EQ(
+      storeChosenText(),
+      u"Fichier choisi : il est essayé dans le navigateur. Vous pouvez fermer cette fenêtre.");
 }
 
 TEST(SearchTexts, TheEndIsTold) { EXPECT_EQ(searchEndText(), u"Recherche terminée"); }
