@@ -97,11 +97,10 @@ class Run {
   }
 
   void carryOut(std::size_t row) {
+    // Told before anything can fail: as many rows as there are may fail at once.
+    report_.stopped = !progress_.copying(row, 0);
     const SyncAction action = rows_[row].action;
-    if (!isKnown(action)) {
-      report_.stopped = !progress_.copying(row, 0);
-      return;
-    }
+    if (report_.stopped || !isKnown(action)) return;
     Stream& stream = goesToBackup(action) ? toBackup_ : toSource_;
     const FileCopyJob job = jobFor(rows_[row]);
     Failure failure = copy(stream, job, row);
@@ -132,15 +131,12 @@ class Run {
   }
 
   Failure copy(Stream& stream, const FileCopyJob& job, std::size_t row) {
-    if (stream.from.failure || stream.to.failure) {
-      report_.stopped = !progress_.copying(row, 0);
-      return stream.from.failure ? stream.from.failure : stream.to.failure;
-    }
-    if (Failure failure = makeFolder(stream.to, job.to)) {
-      report_.stopped = !progress_.copying(row, 0);
-      return failure;
-    }
-    const auto goOn = [&](std::uint64_t bytes) { return progress_.copying(row, bytes); };
+    if (stream.from.failure) return stream.from.failure;
+    if (stream.to.failure) return stream.to.failure;
+    if (Failure failure = makeFolder(stream.to, job.to)) return failure;
+    const auto goOn = [&](std::uint64_t bytes) {
+      return bytes == 0 || progress_.copying(row, bytes);  // its beginning was told
+    };
     return stream.batch.add(job, row, goOn, report_.stopped);
   }
 

@@ -50,7 +50,9 @@ BytesCopied copyFileBytes(int from, int to, std::uint64_t size, CopyWays& ways,
   if (!goOn(0)) return BytesCopied::Stopped;
   if (size == 0) return BytesCopied::All;
   if (ways.clone) {
-    if (::ioctl(to, FICLONE, from) == 0) return BytesCopied::All;
+    if (::ioctl(to, FICLONE, from) == 0) {
+      return goOn(size) ? BytesCopied::All : BytesCopied::Stopped;
+    }
     if (isRealFailure(errno)) return BytesCopied::Failed;
     ways.clone = false;
   }

@@ -120,7 +120,6 @@ TEST_F(ExecutionTest, TheProgressIsToldEachRowAndItsBytes) {
   backup.write("c", "123");
   synchronise();
   using Calls = std::vector<std::pair<std::size_t, std::uint64_t>>;
-  // What shares blocks with its source is there at once.
   Calls rowsBegun;
   for (const auto& call : progress.copied) {
     if (call.second == 0) rowsBegun.push_back(call);
@@ -129,6 +128,25 @@ TEST_F(ExecutionTest, TheProgressIsToldEachRowAndItsBytes) {
 #ifndef TAVROLLO_WITHOUT_POSIX  // there, a quick flush is over before anybody waits
   EXPECT_GE(progress.waits, 4) << "two flushes on each side";
 #endif
+}
+
+TEST_F(ExecutionTest, ARowThatFailsAtOnceIsToldTheProgressToo) {
+  source.write("changed", "1");
+  source.write("d/no folder", "2");
+  source.write("vanished", "3");
+  source.write("well", "4");
+  list();
+  ASSERT_EQ(rows.size(), 4u);
+  backup.write("changed", "came since");
+  backup.write("d", "no folder");
+  std::filesystem::remove(source.path("vanished"));
+  questions.answers = {Answer::Ok};
+  EXPECT_EQ(execute().copied, 1u);
+  std::vector<std::size_t> rowsBegun;
+  for (const auto& [row, bytes] : progress.copied) {
+    if (bytes == 0) rowsBegun.push_back(row);
+  }
+  EXPECT_EQ(rowsBegun, (std::vector<std::size_t>{0, 1, 2, 3}));
 }
 
 TEST_F(ExecutionTest, TheProgressStopsTheWorkAndWhatIsCopiedStays) {
@@ -162,7 +180,7 @@ TEST_F(ExecutionTest, AFileThatIsWrittenWhileItIsCopiedIsShownAgainByTheNextComp
   source.write("b", "2");
   list();
   progress.whileCopying = [this](std::size_t row, std::uint64_t bytes) {
-    if (row == 0 && bytes == 0) std::ofstream(source.path("a"), std::ios::app) << "more";
+    if (row == 0 && bytes > 0) std::ofstream(source.path("a"), std::ios::app) << "more";
   };
   const SyncReport report = execute();
   EXPECT_EQ(report.copied, 1u);
