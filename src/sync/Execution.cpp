@@ -45,9 +45,24 @@ struct OpenSide {
 
   const Listing& listing;
   FolderTree tree;
-  Failure failure;  // why the tree is not open
-  std::set<NativeName> refusedFolders;
+  Failure failure;                      // why the tree is not open
+  std::set<NativeName> refusedFolders;  // and those that are missing above them
+  std::set<int> shownFailures;          // why folders could not be made, as boxes told
 };
+
+// The first part of the folder's path that is none on the side; "" when all are. One that stands
+// there and lets nobody in was not to be made.
+NativeName firstMissing(const OpenSide& side, NativeView folder) {
+  std::size_t end = 0;
+  do {
+    end = folder.find(kNativeSeparator, end + 1);
+    const NativeView part = folder.substr(0, end);
+    std::error_code unknown;
+    const std::filesystem::path path = toPath(side.listing.root + nativeText(part));
+    if (!std::filesystem::is_directory(path, unknown)) return NativeName(part);
+  } while (end != NativeView::npos);
+  return {};
+}
 
 class Run {
  public:
@@ -143,12 +158,20 @@ class Run {
   Failure makeFolder(OpenSide& side, NativeView file) {
     const NativeName folder(folderOfPath(file));
     Failure failure = side.tree.makeFolder(folder);
-    if (!failure || !side.refusedFolders.insert(folder).second) return failure;
-    std::error_code unknown;  // one that stands there and lets nobody in was not to be made
-    const bool stands =
-        std::filesystem::is_directory(toPath(side.listing.root + nativeText(folder)), unknown);
-    if (!stands) questions_.ask(createSubDirBox(failure));
+    if (failure && isNews(side, folder, failure)) questions_.ask(createSubDirBox(failure));
     return failure;
+  }
+
+  // A folder that is missing takes those below it along, and what keeps one from being made, such
+  // as write protection, mostly keeps the others too.
+  static bool isNews(OpenSide& side, const NativeName& folder, const Failure& failure) {
+    if (side.shownFailures.contains(failure.number)) return false;
+    if (!side.refusedFolders.insert(folder).second) return false;
+    const NativeName missing = firstMissing(side, folder);
+    if (missing.empty()) return false;
+    if (missing != folder && !side.refusedFolders.insert(missing).second) return false;
+    side.shownFailures.insert(failure.number);
+    return true;
   }
 
   void settle(Stream& stream) {
