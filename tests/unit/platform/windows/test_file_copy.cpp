@@ -2,6 +2,7 @@
 #include "WindowsSupport.h"
 #include "platform/FileCopy.h"
 #include "platform/windows/CopyNames.h"
+#include "platform/windows/SystemError.h"
 
 namespace {
 
@@ -241,6 +242,11 @@ TEST(CopyLeftover, NamesOfOtherKindsAreNone) {
                               L".tavrollo-copie-1-1-1-1.tmp", L"tavrollo-copie-1-1-1.tmp"}) {
     EXPECT_FALSE(isCopyLeftover(name)) << toUtf8(fromWide(name));
   }
+}
+
+TEST(SystemError, AFileThatIsTooLargeForTheDiskIsTold) {
+  EXPECT_EQ(failureFromSystem(ERROR_FILE_TOO_LARGE),
+            (Failure{75, u"Fichier trop volumineux pour ce disque"}));
 }
 
 }  // namespace
