@@ -73,6 +73,7 @@ struct FileCopyBatch::State {
                 const GoOn& goOn, bool& stopped);
   void keep(std::unique_ptr<Staged> file);
   int flush(const std::vector<int>& numbers, const Waiting& waiting) const;
+  void flushNames(const std::vector<int>& numbers, const Waiting& waiting) const;
 };
 
 // Both ends of the copy, as long as nothing else stands at the target than what was compared.
@@ -127,6 +128,17 @@ void FileCopyBatch::State::keep(std::unique_ptr<Staged> file) {
 int FileCopyBatch::State::flush(const std::vector<int>& numbers, const Waiting& waiting) const {
   return staged.size() <= kFewFiles ? flushFiles(numbers, waiting)
                                     : flushFileSystems(numbers, waiting);
+}
+
+// A new folder is lost with its files as long as only itself is on the disk.
+void FileCopyBatch::State::flushNames(const std::vector<int>& numbers,
+                                      const Waiting& waiting) const {
+  if (!to.root().madeFolder) {
+    flush(numbers, waiting);
+    return;
+  }
+  const bool flushed = flushFileSystems(numbers, waiting) == 0;
+  if (flushed && !numbers.empty()) to.root().madeFolder = false;
 }
 
 FileCopyBatch::FileCopyBatch(const FolderTree& from, const FolderTree& to)
@@ -189,7 +201,7 @@ std::vector<FileCopyResult> FileCopyBatch::commit(const Waiting& waiting) {
   }
   // The new files are whole either way: a failure here only means that a power cut may bring back
   // the old ones.
-  state_->flush(folders, waiting);
+  state_->flushNames(folders, waiting);
   state_->staged.clear();
   state_->bytes = 0;
   state_->folders = 0;

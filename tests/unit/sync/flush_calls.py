@@ -17,10 +17,12 @@ import tempfile
 SKIP = 77
 
 
-def calls_of_sync(ctl, files):
-    """The names of the calls that flush and rename, in their order."""
+def calls_of_sync(ctl, files, folder_of_files=""):
+    """The names of the calls that flush and rename, in their order. The files are in a folder below the
+    source that the backup does not have."""
     with tempfile.TemporaryDirectory() as folder:
-        source, backup = os.path.join(folder, "source"), os.path.join(folder, "backup")
+        top, backup = os.path.join(folder, "source"), os.path.join(folder, "backup")
+        source = os.path.join(top, folder_of_files)
         os.makedirs(source)
         os.makedirs(backup)
         for number in range(files):
@@ -29,9 +31,9 @@ def calls_of_sync(ctl, files):
         log = os.path.join(folder, "log")
         run = subprocess.run(
             ["strace", "-f", "-o", log, "-e", "trace=fsync,syncfs,rename,renameat,renameat2",
-             ctl, "sync", source, backup], capture_output=True, check=False)
+             ctl, "sync", top, backup], capture_output=True, check=False)
         assert run.returncode == 0, run.stderr
-        assert len(os.listdir(backup)) == files
+        assert len(os.listdir(os.path.join(backup, folder_of_files))) == files
         with open(log, encoding="utf-8", errors="replace") as file:
             return re.findall(r"^\d+ +(\w+)\(", file.read(), re.MULTILINE)
 
@@ -66,6 +68,9 @@ def main():
         sys.exit(SKIP)
     one = calls_of_sync(ctl, 1)
     assert one == ["fsync", "renameat2", "fsync"], one
+
+    # The entries of new folders are in folders that no file is in.
+    assert calls_of_sync(ctl, 1, "new/deeper") == ["fsync", "renameat2", "syncfs"]
 
     batches = calls_of_sync(ctl, 520)
     assert batches == (["syncfs"] + ["renameat2"] * 500 + ["syncfs"] * 2 + ["renameat2"] * 20
