@@ -10,6 +10,7 @@
 #include <sys/vfs.h>
 #include <unistd.h>
 
+#include "platform/linux/NewName.h"
 #include "platform/linux/Retried.h"
 
 namespace {
@@ -91,16 +92,8 @@ Failure checkTarget(const CopyPlace& target, const std::optional<FileState>& exp
 
 bool renameTo(const CopyPlace& target, const std::string& from, bool overNothing) {
   const int folder = target.folder->number();
-  const char* const name = target.name.c_str();
-  if (!overNothing) return ::renameat(folder, from.c_str(), folder, name) == 0;
-  if (::renameat2(folder, from.c_str(), folder, name, RENAME_NOREPLACE) == 0) return true;
-  if (errno != EINVAL && errno != ENOSYS) return false;
-  // A file system that cannot promise it: look first.
-  if (::faccessat(folder, name, F_OK, AT_SYMLINK_NOFOLLOW) == 0) {
-    errno = EEXIST;
-    return false;
-  }
-  return ::renameat(folder, from.c_str(), folder, name) == 0;
+  if (overNothing) return renameOverNothing(folder, from, target.name);
+  return ::renameat(folder, from.c_str(), folder, target.name.c_str()) == 0;
 }
 
 Failure carryOver(int source, const struct stat& status, std::optional<mode_t> oldMode,

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Counts how a synchronisation brings its files to the disk: every file before it gets its name, many
-at once.
+at once. Then what becomes of it where the system refuses calls.
 
 usage: flush_calls.py TAVROLLOCTL
 
@@ -60,6 +60,21 @@ def refuses_what_the_disk_did_not_take(ctl, files):
                 assert file.read() == backup
 
 
+def new_file_where_calls_fail(ctl, *failing):
+    """Whether a new file is copied where these calls fail."""
+    with tempfile.TemporaryDirectory() as folder:
+        source, backup = os.path.join(folder, "source"), os.path.join(folder, "backup")
+        os.makedirs(source)
+        os.makedirs(backup)
+        with open(os.path.join(source, "a"), "w", encoding="ascii"):
+            pass
+        injections = [word for call in failing for word in ("-e", "inject=" + call)]
+        run = subprocess.run(["strace", "-f", "-o", os.devnull, *injections, ctl, "sync", source, backup],
+                             capture_output=True, check=False)
+        assert run.returncode == (0 if os.listdir(backup) else 2), run
+        return os.listdir(backup) == ["a"]
+
+
 def main():
     ctl = sys.argv[1]
     if shutil.which("strace") is None or subprocess.run(
@@ -77,6 +92,9 @@ def main():
                        + ["syncfs"]), batches
     for files in (1, 20):
         refuses_what_the_disk_did_not_take(ctl, files)
+    # A file system that cannot promise to replace nothing, and one that does not say what stands there.
+    assert new_file_where_calls_fail(ctl, "renameat2:error=EINVAL")
+    assert not new_file_where_calls_fail(ctl, "renameat2:error=EINVAL", "faccessat2:error=EIO")
     print("520 files: %d flushes" % batches.count("syncfs"))
 
 
