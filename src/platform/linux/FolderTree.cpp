@@ -8,6 +8,7 @@
 #include <sys/stat.h>
 
 #include "platform/linux/Retried.h"
+#include "platform/linux/Stick.h"
 #include "platform/linux/TreeRoot.h"
 #include "text/Paths.h"
 #include "text/Utf.h"
@@ -24,6 +25,10 @@ FileDescriptor openFolder(int parent, const char* name) {
 }
 
 FileDescriptor openOrMakeFolder(int parent, const char* name, bool& made) {
+  if (!isTakenBySticks(name) && isStick(parent)) {
+    errno = EINVAL;
+    return {};
+  }
   FileDescriptor folder = openFolder(parent, name);
   if (folder.isOpen() || errno != ENOENT) return folder;
   if (::mkdirat(parent, name, kNewFolderMode) != 0 && errno != EEXIST) return folder;
