@@ -31,7 +31,8 @@ windows_packages=(g++-mingw-w64-x86-64-posix googletest wine64 wine)
 
 # Its windows too, with a Qt that is built from the distribution's sources, and an installer.
 windows_program_packages=(
-  "${windows_packages[@]}" dpkg-dev qt6-base-dev qt6-base-dev-tools nsis)
+  "${windows_packages[@]}" dpkg-dev qt6-base-dev qt6-base-dev-tools
+  qt6-translations-l10n nsis)
 
 full_testing_packages=(clang-tidy clang-format user-mode-linux kmod)
 

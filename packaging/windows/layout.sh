@@ -5,24 +5,29 @@
 # The program's folder as the user gets it.
 lay_out() {
   local built=$1 qt=$2 target=$3 gcc library plugin
+  local libraries=()
   gcc=$(dirname "$(x86_64-w64-mingw32-g++-posix -print-file-name=libstdc++-6.dll)")
-  rm -rf "$target"
-  mkdir -p "$target/fonts"
-  cp "$built/Tavrollo.exe" "$built/reload.exe" "$built/tavrolloctl.exe" "$target/"
   for library in Core Gui PrintSupport Widgets; do
-    cp "$qt/bin/Qt6$library.dll" "$target/"
+    libraries+=("$qt/bin/Qt6$library.dll")
   done
-  cp "$gcc/libstdc++-6.dll" "$gcc/libgcc_s_seh-1.dll" \
-    /usr/x86_64-w64-mingw32/lib/libwinpthread-1.dll "$target/"
+  libraries+=("$gcc/libstdc++-6.dll" "$gcc/libgcc_s_seh-1.dll"
+    /usr/x86_64-w64-mingw32/lib/libwinpthread-1.dll)
+
+  rm -rf "$target" && mkdir -p "$target/fonts" "$target/translations" || return 1
+  cp "$built/Tavrollo.exe" "$built/reload.exe" "$built/tavrolloctl.exe" "${libraries[@]}" \
+    "$target/" || return 1
   for plugin in platforms/qwindows styles/qwindowsvistastyle; do
-    mkdir -p "$target/$(dirname "$plugin")"
-    cp "$qt/plugins/$plugin.dll" "$target/$plugin.dll"
+    mkdir -p "$target/$(dirname "$plugin")" &&
+      cp "$qt/plugins/$plugin.dll" "$target/$plugin.dll" || return 1
   done
-  find "$target" -name '*.exe' -exec x86_64-w64-mingw32-strip {} +
-  cp "$built"/fonts/*.ttf fonts/LICENSE "$target/fonts/"
-  cp -r "$built/template" "$target/template"
-  sed 's/$/\r/' LICENSE >"$target/LICENSE.txt"
-  sed 's/$/\r/' packaging/windows/LISEZ-MOI.txt >"$target/LISEZ-MOI.txt"
+  find "$target" -name '*.exe' -exec x86_64-w64-mingw32-strip {} + || return 1
+  # The toolkit's own words, and where it finds them.
+  cp /usr/share/qt6/translations/qtbase_fr.qm "$target/translations/" || return 1
+  printf '[Paths]\r\nPrefix=.\r\n' >"$target/qt.conf" || return 1
+  cp "$built"/fonts/*.ttf fonts/LICENSE "$target/fonts/" || return 1
+  cp -r "$built/template" "$target/template" || return 1
+  sed 's/$/\r/' LICENSE >"$target/LICENSE.txt" || return 1
+  sed 's/$/\r/' packaging/windows/LISEZ-MOI.txt >"$target/LISEZ-MOI.txt" || return 1
   every_library_is_there "$target"
 }
 
@@ -45,13 +50,15 @@ every_library_is_there() {
 # With an empty nav/, by which the program takes the folder that it stands in for its own, and which
 # it fills at its first start. So a newer archive can be unpacked over an older one.
 pack_portable() {
-  local layout=$1 archive=$2 stage
-  stage=$(mktemp -d)
-  cp -r "$layout" "$stage/Tavrollo"
-  mkdir "$stage/Tavrollo/nav"
+  local layout=$1 archive=$2 stage status=0
+  stage=$(mktemp -d) || return 1
   rm -f "$archive"
-  (cd "$stage" && cmake -E tar cf "$archive" --format=zip Tavrollo)
+  {
+    cp -r "$layout" "$stage/Tavrollo" && mkdir "$stage/Tavrollo/nav" &&
+      (cd "$stage" && cmake -E tar cf "$archive" --format=zip Tavrollo)
+  } || status=$?
   rm -rf "$stage"
+  return "$status"
 }
 
 # The commands that take away what lay_out laid out, file by file: the user may have put his own
@@ -60,14 +67,14 @@ pack_portable() {
 removal_commands() {
   local layout=$1
   (cd "$layout" && find . -type f -printf '%P\n' | sort) |
-    sed -e 's|/|\\|g' -e 's|.*|Delete "$INSTDIR\\&"|'
+    sed -e 's|/|\\|g' -e 's|.*|Delete "$INSTDIR\\&"|' || return 1
   (cd "$layout" && find . -mindepth 1 -depth -type d -printf '%P\n') |
     sed -e 's|/|\\|g' -e 's|.*|RMDir "$INSTDIR\\&"|'
 }
 
 pack_installer() {
   local layout=$1 icon=$2 output=$3 version=$4 publisher=$5
-  removal_commands "$layout" >"$output.removal.nsh"
+  removal_commands "$layout" >"$output.removal.nsh" || return 1
   makensis -NOCD -WX -INPUTCHARSET UTF8 "-DVERSION=$version" "-DPUBLISHER=$publisher" \
     "-DLAYOUT=$layout" "-DFILES=$output.removal.nsh" "-DICON=$icon" "-DOUTPUT=$output" \
     packaging/windows/tavrollo.nsi

@@ -9,7 +9,7 @@
 // name fits the pattern and does not begin with ".", and whose full path holds "firefox" in
 // capitals or small letters. Every folder is looked into, hidden ones too, and those that symbolic
 // links lead to; but each real folder once only, by the way on which it was met first. What cannot
-// be read, or vanishes meanwhile, is passed over.
+// be read, or vanishes meanwhile, is passed over. On Windows links are not told from folders.
 struct CookieStoreSearch {
   Text folder;   // where it starts, with or without a trailing separator
   Text pattern;  // as matchesPattern has it

@@ -82,6 +82,12 @@ bool isSameTime(std::int64_t a, std::int64_t b) {
          kSameTimeSeconds;
 }
 
+std::size_t unreadableIn(const Listing& listing) {
+  return static_cast<std::size_t>(
+      std::count_if(listing.obstacles.begin(), listing.obstacles.end(),
+                    [](const Obstacle& o) { return o.kind == ObstacleKind::Unreadable; }));
+}
+
 }  // namespace
 
 DifferenceTable compareListings(const Listing& source, const Listing& backup) {
@@ -116,6 +122,11 @@ DifferenceTable compareListings(const Listing& source, const Listing& backup) {
     }
   }
   return table;
+}
+
+std::size_t notCompared(const Listing& source, const Listing& backup,
+                        const DifferenceTable& table) {
+  return table.withheld + unreadableIn(source) + unreadableIn(backup);
 }
 
 void ViderGrille(DifferenceTable& table) { table = {}; }

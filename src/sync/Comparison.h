@@ -41,6 +41,10 @@ inline constexpr std::uint64_t kSameTimeSeconds = 5;
 // is the partner of two. A file below or at what the other side could not read makes no row.
 DifferenceTable compareListings(const Listing& source, const Listing& backup);
 
+// How much is not known of two sides that were compared: the files that are withheld, and what
+// could not be read on either side. Links to folders and what is no file do not count.
+std::size_t notCompared(const Listing& source, const Listing& backup, const DifferenceTable& table);
+
 // Empties the table.
 void ViderGrille(DifferenceTable& table);
 

@@ -16,6 +16,11 @@ FolderSync::Outcome FolderSync::compare(const Text& webRoot, const Text& backupP
   ViderGrille(table_);
   webRoot_ = webRoot;
   backupRoot_ = AjouterAntislash(backupPath);
+  if (webRoot.empty()) {  // else the current folder would be taken for it
+    progress_.trace(Text(kNoWebRoot));
+    questions_.ask(folderMissingBox(userFilesRoot(webRoot)));
+    return Outcome::Refused;
+  }
   if (foldersOverlap(userFilesRoot(webRoot), backupRoot_)) {
     questions_.ask(foldersOverlapBox(backupRoot_));
     return Outcome::Refused;
@@ -23,7 +28,7 @@ FolderSync::Outcome FolderSync::compare(const Text& webRoot, const Text& backupP
 
   const Box box = shortcutCopyFailedBox();
   liveTable_ = fileStamp(liveShortcutTable(webRoot));
-  copyTable(liveShortcutTable(webRoot), travellingShortcutTable(webRoot), &box);
+  liveTravels_ = copyTable(liveShortcutTable(webRoot), travellingShortcutTable(webRoot), &box);
   source_ = LancerLaRecherche_FSO(1, pattern);
   if (!source_.stopped) backup_ = LancerLaRecherche_FSO(2, pattern);
   if (source_.stopped || backup_.stopped) return Outcome::Stopped;
@@ -32,16 +37,26 @@ FolderSync::Outcome FolderSync::compare(const Text& webRoot, const Text& backupP
   removeLeftovers(backup_);
   table_ = compareListings(source_, backup_);
   if (table_.withheld > 0) progress_.trace(withheldLine(table_.withheld));
-  return table_.rows.empty() ? Outcome::Identical : Outcome::Different;
+  if (!table_.rows.empty()) return Outcome::Different;
+  return notCompared() > 0 ? Outcome::Unknown : Outcome::Identical;
 }
 
 SyncReport FolderSync::synchronise() {
+  if (webRoot_.empty()) return {};
   SyncReport report = executeRows(source_, backup_, table_.rows, questions_, progress_);
   std::string before;
   std::string after;
   firstComparison_ = false;
   const Text live = liveShortcutTable(webRoot_);
-  if (fileStamp(live) != liveTable_) return report;
+  if (fileStamp(live) != liveTable_) {
+    progress_.trace(Text(kLiveTableChanged));
+    return report;
+  }
+  // What stands among the user's files may then be older than the live one.
+  if (liveTable_ && !liveTravels_) {
+    progress_.trace(Text(kLiveTableStayed));
+    return report;
+  }
   readFile(live, before);
   copyTable(travellingShortcutTable(webRoot_), live, nullptr);
   readFile(live, after);
@@ -50,15 +65,17 @@ SyncReport FolderSync::synchronise() {
 }
 
 void FolderSync::removeTravellingTable(const Text& webRoot) {
+  if (webRoot.empty()) return;
   std::error_code ignored;
   std::filesystem::remove(toPath(travellingShortcutTable(webRoot)), ignored);
 }
 
-void FolderSync::copyTable(const Text& from, const Text& to, const Box* box) {
+bool FolderSync::copyTable(const Text& from, const Text& to, const Box* box) {
   Failure failure;
-  if (CopierFichier(from, to, 0, questions_, &failure)) return;
+  if (CopierFichier(from, to, 0, questions_, &failure)) return true;
   progress_.trace(notCopiedLine(from, failure));
   if (box) questions_.ask(*box);
+  return false;
 }
 
 // Side 1 is the source, any other the backup.

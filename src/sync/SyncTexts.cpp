@@ -106,10 +106,12 @@ Text copiedLine(std::size_t copied, std::size_t failed) {
       .append(plural(failed));
 }
 
-Text reportLine(std::size_t copied, std::size_t failed, std::size_t withheld) {
+Text notComparedLine(std::size_t notCompared) {
+  return u"Synchronisation : " + counted(notCompared, u"non comparé");
+}
+
+Text reportLine(std::size_t copied, std::size_t failed, std::size_t notCompared) {
   Text line = copiedLine(copied, failed);
-  if (withheld > 0) {
-    line.append(u", ").append(countText(withheld)).append(u" non comparé").append(plural(withheld));
-  }
+  if (notCompared > 0) line.append(u", ").append(counted(notCompared, u"non comparé"));
   return line;
 }

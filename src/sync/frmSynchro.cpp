@@ -206,8 +206,8 @@ void frmSynchro::cmdOpen_Click() {
 void frmSynchro::cmdCompare_Click() {
   ui_->labReport->clear();
   compare();
-  if (sync_.table().withheld > 0) {
-    ui_->labReport->setText(toQt(withheldLine(sync_.table().withheld)));
+  if (sync_.notCompared() > 0) {
+    ui_->labReport->setText(toQt(notComparedLine(sync_.notCompared())));
   }
 }
 
@@ -243,8 +243,10 @@ void frmSynchro::showOutcome(FolderSync::Outcome outcome) {
   showSide(kBackup, AjouterAntislash(fromQt(ui_->txtPath->text())), sync_.backup());
   labDir_[kStatus]->setText(toQt(kListingDone));
   const bool different = outcome == FolderSync::Outcome::Different;
-  ui_->labIdem->setText(
-      toQt(different ? Text(kCloseWithoutSync) : identicalText(sync_.isFirstComparison())));
+  if (different) ui_->labIdem->setText(toQt(kCloseWithoutSync));
+  if (outcome == FolderSync::Outcome::Identical) {
+    ui_->labIdem->setText(toQt(identicalText(sync_.isFirstComparison())));
+  }
   ui_->Grid->setVisible(different);
   ui_->cmdSynchro->setVisible(different);
 }
@@ -276,7 +278,7 @@ void frmSynchro::cmdSynchro_Click() {
   compare();
   labDir_[kStatus]->setText(toQt(kSyncDone));
   ui_->labReport->setText(
-      toQt(reportLine(report.copied, report.notCopied.size(), sync_.table().withheld)));
+      toQt(reportLine(report.copied, report.notCopied.size(), sync_.notCompared())));
   const bool more = !ui_->cmdSynchro->isHidden();
   (more ? ui_->cmdSynchro : ui_->cmdClose)->setFocus();
 }

@@ -5,7 +5,8 @@
 
 // Byte text is text in which each character stands for one byte, through the ANSI code page: what
 // the browser's store and the shortcut table are read as. This module turns the UTF-8 in it into
-// real text and back.
+// real text and back. On Windows too it does so with tables of our own, and not with the system's
+// calls, so that both systems write the same bytes.
 namespace EncodeDecodeUtf8 {
 
 inline constexpr int kCodePageUtf8 = 65001;

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tools/FolderPair.h"
 
-#include <algorithm>
-
 #include "sync/DifferenceGrid.h"
 #include "sync/SyncPaths.h"
 #include "sync/SyncTexts.h"
@@ -29,11 +27,6 @@ bool saysMissing(const Listing& listing, std::ostream& err) {
   if (!listing.rootMissing) return false;
   err << "Le dossier " << toUtf8Lossless(listing.root) << " n'existe pas.\n";
   return true;
-}
-
-bool hasUnreadable(const Listing& listing) {
-  return std::any_of(listing.obstacles.begin(), listing.obstacles.end(),
-                     [](const Obstacle& o) { return o.kind == ObstacleKind::Unreadable; });
 }
 
 struct FolderArguments {
@@ -76,7 +69,7 @@ bool compareFolders(const FolderArguments& asked, std::ostream& err, FolderPair&
 
 void SteadyProgress::trace(const Text& line) { err_ << escaped(toUtf8Lossless(line)) << '\n'; }
 
-bool FolderPair::isPartlyUnknown() const { return hasUnreadable(source) || hasUnreadable(backup); }
+bool FolderPair::isPartlyUnknown() const { return notCompared(source, backup, table) > 0; }
 
 int runFolderVerb(const FolderVerb& verb, const std::vector<std::string>& arguments,
                   std::ostream& out, std::ostream& err) {

@@ -29,7 +29,7 @@ struct FolderPair {
   Listing backup;
   DifferenceTable table;
 
-  // True when something on either side could not be told.
+  // True when something could not be read, or could not be asked about on the other side.
   bool isPartlyUnknown() const;
 };
 

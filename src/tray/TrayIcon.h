@@ -14,6 +14,8 @@ class TrayMenu;
 // The icon in the notification area: its pictures and their animation, its tip, and the mouse
 // messages that pop the menu up. To be made only once a tray is known to be there: the toolkit
 // decides at the first one, and for good, how it talks to trays.
+// Qt does this on every system: on Windows it keeps the tray's record, and the tip it is given has
+// at most 64 characters.
 class TrayIcon : public QObject {
   Q_OBJECT
 

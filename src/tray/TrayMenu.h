@@ -9,7 +9,7 @@
 #include "text/Text.h"
 
 // The tray menu on the screen, built from the menu's table. Actions and submenus bear the names of
-// their entries.
+// their entries. Qt does this on every system: on Windows too it draws the entries' bitmaps itself.
 class TrayMenu : public QObject {
   Q_OBJECT
 

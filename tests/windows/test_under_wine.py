@@ -19,6 +19,8 @@ from wine_stage import WineStage, wait_for
 
 _BUILD = "build/windows-qt"
 _SPLASH = 400    # pixels; the icon, the menu and the notice are narrower
+_TEAL = "#12837B"  # most of the program's icon
+_BITMAPS = (_TEAL, "#C77A10", "#8159C6", "#D0443C")  # what the entries' bitmaps are drawn in
 _KNOWN = 1_400_000_000
 
 FIRST = "Tavrollo : Initialisation du programme"
@@ -123,11 +125,17 @@ class Commands(UnderWine):
         self.assertEqual(after.count(b"\n"), after.count(b"\r\n"))
 
     def test_the_notice_slides_up(self):
-        self.stage.command("lzck", "true")
+        wait_for(lambda: not self.stage.shapes(), "the end of earlier notices", 30)
         self.companion.user_file("note.txt")
         self.stage.command("notepad", "../../user_datas/note.txt")
-        time.sleep(2.5)
+
+        def tops():
+            return [shape[1] for shape in self.stage.shapes().values()]
+        first = wait_for(tops, "the notice", 10)[0]
+        wait_for(lambda: any(top < first for top in tops()), "the notice higher up", 10)
+        time.sleep(1)
         self.stage.photograph("notice")
+        wait_for(lambda: not tops(), "the end of the notice", 30)
 
 
 class Windows(UnderWine):
@@ -164,7 +172,8 @@ class Windows(UnderWine):
         self.stage.xdotool("key", "--delay", "150", *TAVROLLO)
         time.sleep(1)
         path = self.stage.photograph("menu")
-        self.assertGreater(colours_in(path, (x, y, 26, height)), 20)
+        for colour in _BITMAPS:
+            self.assertGreater(dots_in(path, (x, y, 26, height), colour), 30, colour)
         self.stage.xdotool("key", "--delay", "150", "Escape", "Escape")
 
     def test_b_the_settings_are_written_as_they_are_on_the_other_system(self):
@@ -230,8 +239,10 @@ class Windows(UnderWine):
             self.stage.photograph("synchro-failed")
             for folder, files in expected.items():
                 self.assertEqual(contents_of(folder), files)
-        time.sleep(1)
+        time.sleep(3)  # in which nothing else may be copied
         self.stage.photograph("synchro-done")
+        for folder, files in expected.items():
+            self.assertEqual(contents_of(folder), files)
 
     def wide_window(self, title):
         number = self.stage.window(title)
@@ -291,10 +302,10 @@ class SecondStart(UnderWine):
         return any(shape[2] >= _SPLASH for shape in cls.stage.shapes().values())
 
     def test_0_the_splash_is_shown_and_goes(self):
-        self.assertTrue(self.splash, "no window as wide as the splash")
         self.wait_for_splash_to_go()
         time.sleep(1)
-        self.stage.photograph("tray-icon")
+        path = self.stage.photograph("tray-icon")
+        self.assertGreater(dots_in(path, self.stage.icon_place(), _TEAL), 30)
 
     def second_start(self):
         return self.desktop.start(self.wine.wine, self.wine.path(self.companion.program),
@@ -310,6 +321,7 @@ class SecondStart(UnderWine):
         self.assertTrue(self.companion.running)
 
     def test_b_yes_ends_the_running_one_and_starts_the_program_again(self):
+        self.assertEqual(len(self.stage.recorder.starts("firefox")), 1)
         second = self.second_start()
         self.desktop.press(SECOND, "Return")
         self.assertEqual(second.wait(timeout=30), 0)
@@ -415,12 +427,15 @@ def barcodes_in(picture):
     return done.stdout.split("\n")[:-1]
 
 
-def colours_in(picture, area):
-    """How many colours a part of a picture has."""
+def dots_in(picture, area, colour):
+    """How many dots in a part of a picture have a colour."""
     x, y, width, height = area
     done = subprocess.run(["convert", picture, "-crop", f"{width}x{height}+{x}+{y}", "+repage",
-                           "-format", "%k", "info:"], capture_output=True, text=True, check=True)
-    return int(done.stdout)
+                           "-fuzz", "4%", "-fill", "#00ff00", "-opaque", colour,
+                           "-fill", "#000000", "+opaque", "#00ff00",
+                           "-format", "%[fx:mean.g*w*h]", "info:"],
+                          capture_output=True, text=True, check=True)
+    return round(float(done.stdout))
 
 
 def main():
@@ -429,6 +444,7 @@ def main():
     parser.add_argument("--build", default=_BUILD)
     known, rest = parser.parse_known_args()
     _BUILD = known.build
+    shutil.rmtree(os.path.join(_BUILD, "seen"), ignore_errors=True)
     unittest.main(module="__main__", argv=[sys.argv[0], *rest], verbosity=2)
 
 

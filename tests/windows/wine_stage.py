@@ -4,6 +4,7 @@ program started. Folders of Windows are seen from both sides: C:\\ is below `dri
 
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import sys
@@ -299,10 +300,15 @@ class WineStage:
         time.sleep(0.3)
         self.xdotool("windowfocus", window)
 
+    def icon_place(self):
+        """Where the program's icon is, the only one in Wine's window for them."""
+        told = self.desktop.run("xwininfo", "-id", self.window(_TRAY))
+        left, top = re.findall(r"Absolute upper-left [XY]: +(-?\d+)", told)
+        return int(left), int(top), _ICON, _ICON
+
     def click_icon(self, button=1):
-        """Clicks the program's icon, the only one in Wine's window for them."""
-        window = self.window(_TRAY)
-        self.xdotool("mousemove", "--window", window, str(_ICON // 2), str(_ICON // 2))
+        x, y, width, height = self.icon_place()
+        self.xdotool("mousemove", str(x + width // 2), str(y + height // 2))
         # As slowly as a hand: the window manager is to give that window the focus meanwhile.
         self.xdotool("mousedown", str(button))
         time.sleep(0.3)

@@ -10,7 +10,8 @@ class QPrintDialog;
 // Makes `dialog` one for symbols: no page numbers, and the selection where there is one.
 void preparePrintDialog(QPrintDialog& dialog, bool hasSelection);
 
-// The print dialog. False when the user cancels it.
+// The print dialog. False when the user cancels it. Qt does this on every system: on Windows its
+// dialog is the system's own.
 bool choosePrinter(QPrinter& printer, bool hasSelection);
 
 // Prints one page: an empty line, and below it `symbol` at a font size of `points`, or as large as

@@ -614,6 +614,29 @@ TEST_F(Synchro, ABackupAmongTheUsersFilesIsRefused) {
   EXPECT_TRUE(find<QWidget>("cmdClose").isEnabled());
 }
 
+TEST_F(Synchro, WithoutAWebApplicationNothingIsComparedMadeOrDeleted) {
+  settings.shortcutPath = scratch.text("shortQrCode.js");
+  scratch.write("shortQrCode.js", "live");
+  scratch.write("stick/a", "1");
+  scratch.write("here/user_datas/shortQrCode.js", "another's");
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(scratch.path("here"));
+  open();
+  questions.answers = {Answer::Ok};
+  click("cmdCompare");
+  EXPECT_EQ(questions.boxes, std::vector<Box>{folderMissingBox(u"user_datas/")});
+  EXPECT_EQ(traced, Lines{toUtf8(kNoWebRoot)});
+  EXPECT_EQ(label("labIdem"), "");
+  EXPECT_FALSE(isShown("Grid"));
+  EXPECT_FALSE(isShown("cmdSynchro"));
+  click("cmdClose");
+  std::filesystem::current_path(before);
+  EXPECT_FALSE(window->isOpen());
+  EXPECT_EQ(scratch.read("here/user_datas/shortQrCode.js"), "another's");
+  EXPECT_EQ(scratch.namesIn("here"), Lines{"user_datas"});
+  EXPECT_EQ(scratch.namesIn("stick"), Lines{"a"});
+}
+
 TEST_F(Synchro, AMissingShortcutTableIsToldAndTheComparisonGoesOn) {
   std::filesystem::remove(scratch.path("nav/res_css/js/shortQrCode.js"));
   scratch.write("nav/user_datas/a", "1");
@@ -676,10 +699,27 @@ TEST_F(Synchro, WhatCouldNotBeAskedIsCountedInTheWindow) {
   open();
   click("cmdCompare");
   EXPECT_EQ(rows(), Lines{"0|shortQrCode.js|"});
-  EXPECT_EQ(label("labReport"), toUtf8(withheldLine(1)));
+  EXPECT_EQ(label("labReport"), toUtf8(notComparedLine(1)));
   EXPECT_FALSE(traced.empty());
   std::filesystem::remove(scratch.path("stick/docs"));
   click("cmdCompare");
+  EXPECT_EQ(label("labReport"), "");
+}
+
+TEST_F(Synchro, WithoutRowsWhatCouldNotBeReadIsCountedAndNothingIsCalledIdentical) {
+  scratch.write("stick/shortQrCode.js", "live");
+  age("stick/shortQrCode.js");
+  std::filesystem::create_symlink("nowhere", scratch.path("nav/user_datas/a"));
+  open();
+  click("cmdCompare");
+  EXPECT_EQ(label("labIdem"), "");
+  EXPECT_EQ(label("labReport"), "Synchronisation : 1 non comparé");
+  EXPECT_EQ(label("labDir_0"), "Recherche terminée");
+  EXPECT_FALSE(isShown("Grid"));
+  EXPECT_FALSE(isShown("cmdSynchro"));
+  std::filesystem::remove(scratch.path("nav/user_datas/a"));
+  click("cmdCompare");
+  EXPECT_EQ(label("labIdem"), "Les 2 côtés sont identiques. Rien à synchroniser.");
   EXPECT_EQ(label("labReport"), "");
 }
 
@@ -825,6 +865,19 @@ TEST_F(Synchro, WhatCouldNotBeAskedIsCountedAfterARunToo) {
   };
   click("cmdSynchro");
   EXPECT_EQ(label("labReport"), toUtf8(reportLine(1, 0, 1)));
+}
+
+TEST_F(Synchro, AfterARunWhatCouldNotBeReadIsCountedAndNothingIsCalledIdentical) {
+  std::filesystem::create_symlink("nowhere", scratch.path("nav/user_datas/a"));
+  open();
+  click("cmdCompare");
+  EXPECT_EQ(rows(), Lines{"0|shortQrCode.js|"});
+  EXPECT_EQ(label("labIdem"), "Cliquez pour fermer sans synchroniser.");
+  click("cmdSynchro");
+  EXPECT_EQ(label("labReport"), toUtf8(reportLine(1, 0, 1)));
+  EXPECT_EQ(label("labIdem"), "");
+  EXPECT_EQ(label("labDir_0"), "Synchro terminée !");
+  EXPECT_FALSE(isShown("cmdSynchro"));
 }
 
 TEST_F(Synchro, WhatCouldNotBeCopiedIsTracedCountedAndShownAgain) {

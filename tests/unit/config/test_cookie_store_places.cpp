@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/System.h"
 #include "support/Processes.h"
 
 namespace {
@@ -12,6 +13,12 @@ constexpr std::int16_t kChrome = 1;
 constexpr TextView kLinux = u"Unknown (4.6.1)";
 
 UserFolders userOf(const Scratch& scratch) { return {.appData = {}, .home = scratch.text()}; }
+
+// Where a search or a dialog begins that knows no APPDATA, written as this system writes paths.
+Text startOf(std::int16_t browser, const Scratch& scratch) {
+  return nativePath(cookieStartFolder(browser, kLinux, userOf(scratch)));
+}
+Text searchStart(const Scratch& scratch) { return nativePath(appDataFolder(userOf(scratch))); }
 
 }  // namespace
 
@@ -56,20 +63,19 @@ TEST(CookieStorePlaces, ElsewhereFirefoxBeginsInTheProfileUsedLast) {
   const Scratch scratch;
   scratch.write(".mozilla/firefox/profiles.ini", "[Profile0]\nPath=x.default\n");
   scratch.write(".mozilla/firefox/x.default/cookies.sqlite", "");
-  EXPECT_EQ(cookieStartFolder(kFirefox, kLinux, userOf(scratch)),
-            scratch.text(".mozilla/firefox/x.default"));
+  EXPECT_EQ(startOf(kFirefox, scratch), scratch.text(".mozilla/firefox/x.default"));
 }
 
 TEST(CookieStorePlaces, ElsewhereWithoutAProfileFirefoxBeginsWhereTheSearchDoes) {
   const Scratch scratch;
-  EXPECT_EQ(cookieStartFolder(kFirefox, kLinux, userOf(scratch)), scratch.text());
+  EXPECT_EQ(startOf(kFirefox, scratch), scratch.text());
   scratch.makeFolders(".mozilla/firefox");
-  EXPECT_EQ(cookieStartFolder(kFirefox, kLinux, userOf(scratch)), scratch.text(".mozilla/firefox"));
+  EXPECT_EQ(startOf(kFirefox, scratch), scratch.text(".mozilla/firefox"));
 }
 
 TEST(CookieStorePlaces, ElsewhereChromeBeginsInTheFirstProfileThatExists) {
   const Scratch scratch;
-  const auto start = [&] { return cookieStartFolder(kChrome, kLinux, userOf(scratch)); };
+  const auto start = [&] { return startOf(kChrome, scratch); };
   EXPECT_EQ(start(), scratch.text(".config/google-chrome/Default"));
   for (const char* place : {".var/app/com.google.Chrome/config/google-chrome/Default",
                             "snap/chromium/common/chromium/Default", ".config/chromium/Default",
@@ -101,32 +107,43 @@ TEST(CookieStorePlaces, TheSearchBeginsInTheRootWithTheNewestLog) {
       std::filesystem::last_write_time(scratch.path(std::string(root) + "/a/cookies.sqlite-wal"),
                                        begin - std::chrono::seconds(isNewest ? 1 : 100));
     }
-    EXPECT_EQ(appDataFolder(userOf(scratch)), scratch.text(newest));
+    EXPECT_EQ(searchStart(scratch), scratch.text(newest));
   }
 }
 
 TEST(CookieStorePlaces, TheSearchBeginsInTheFirstRootThatExistsElseAtHome) {
   const Scratch scratch;
-  EXPECT_EQ(appDataFolder(userOf(scratch)), scratch.text());
+  EXPECT_EQ(searchStart(scratch), scratch.text());
   for (const char* root :
        {"snap/firefox/common/.mozilla/firefox", ".mozilla/firefox", ".config/mozilla/firefox"}) {
     scratch.makeFolders(root);
-    EXPECT_EQ(appDataFolder(userOf(scratch)), scratch.text(root));
+    EXPECT_EQ(searchStart(scratch), scratch.text(root));
   }
+}
+
+#ifndef TAVROLLO_WITHOUT_POSIX  // neither whole paths begin so there, nor is HOME the home
+TEST(CookieStorePlaces, TheSearchLooksIntoTheUsersOwnFolderForSettings) {
+  const Scratch scratch;
+  scratch.makeFolders(".config/mozilla/firefox");
   scratch.makeFolders("c/mozilla/firefox");
   UserFolders user = userOf(scratch);
   user.xdgConfigHome = scratch.text("c");
   EXPECT_EQ(appDataFolder(user), scratch.text("c/mozilla/firefox"));
 }
 
-TEST(CookieStorePlaces, TheEnvironmentIsAskedForTheUsersFolders) {
+TEST(CookieStorePlaces, TheEnvironmentIsAskedForTheHome) {
   const Variable home("HOME", "/home/é");
+  EXPECT_EQ(userFolders().home, u"/home/é");
+}
+#endif
+
+TEST(CookieStorePlaces, TheEnvironmentIsAskedForTheUsersFolders) {
+  EXPECT_EQ(userFolders().home, homeFolder());
   {
     const Variable appData("APPDATA", "/d");
     const Variable config("XDG_CONFIG_HOME", "/c");
     const UserFolders user = userFolders();
     EXPECT_EQ(user.appData, u"/d");
-    EXPECT_EQ(user.home, u"/home/é");
     EXPECT_EQ(user.xdgConfigHome, u"/c");
   }
   const Variable appData("APPDATA", std::nullopt);

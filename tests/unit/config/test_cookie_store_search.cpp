@@ -9,6 +9,9 @@
 
 namespace {
 
+// A path with slashes on every system.
+std::string plain(const Text& path) { return toUtf8Lossless(withSeparator(path, u'/')); }
+
 // One search below a folder, with what it told. Paths are told without the folder's own.
 struct Report {
   std::vector<std::string> visited;
@@ -20,9 +23,9 @@ struct Report {
 Report run(const Text& folder, const Text& pattern = u"cookies.sqlite",
            std::size_t mostFolders = 1000) {
   Report result;
-  const std::string begin = toUtf8Lossless(folder);
+  const std::string begin = plain(folder);
   const auto cut = [&](const Text& path) {
-    const std::string bytes = toUtf8Lossless(path);
+    const std::string bytes = plain(path);
     return bytes.starts_with(begin) ? bytes.substr(begin.size()) : "outside: " + bytes;
   };
   CookieStoreSearch search;
@@ -157,7 +160,7 @@ TEST(CookieStoreSearch, TellsWhenAFolderJoinsAndLeavesTheQueue) {
   Names order;
   const auto note = [&](const char* what) {
     return [&order, what, cut = scratch.path("firefox").size()](const Text& path) {
-      order.push_back(what + toUtf8(path).substr(cut));
+      order.push_back(what + plain(path).substr(cut));
       return true;
     };
   };
@@ -199,7 +202,7 @@ TEST(CookieStoreSearch, AFolderThatVanishesMeanwhileIsPassedOver) {
   search.folder = scratch.text("firefox");
   search.pattern = u"cookies.sqlite";
   search.folderVisited = [&](const Text& path) {
-    if (path.ends_with(u"/a/")) std::filesystem::remove_all(toPath(path));
+    if (path.ends_with(nativePath(u"/a/"))) std::filesystem::remove_all(toPath(path));
     return true;
   };
   std::vector<Text> found;
@@ -208,6 +211,7 @@ TEST(CookieStoreSearch, AFolderThatVanishesMeanwhileIsPassedOver) {
   EXPECT_EQ(found, std::vector<Text>{scratch.text("firefox/b/cookies.sqlite")});
 }
 
+#ifndef TAVROLLO_WITHOUT_POSIX  // the library's paths end at 260 characters there
 TEST(CookieStoreSearch, ADeepTreeIsWalkedToItsEnd) {
   const Scratch scratch;
   std::string deep = "firefox";
@@ -217,3 +221,4 @@ TEST(CookieStoreSearch, ADeepTreeIsWalkedToItsEnd) {
   EXPECT_EQ(result.visited.size(), 201u);
   EXPECT_EQ(result.outcome, done(1));
 }
+#endif

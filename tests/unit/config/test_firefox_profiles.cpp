@@ -28,6 +28,14 @@ constexpr std::string_view kFreshInstallation = "[Install4F96D1932A9F858E]\n"
                                                 "StartWithLastProfile=1\n"
                                                 "Version=2\n";
 
+Folders native(Folders folders) {
+  for (Text& folder : folders) folder = nativePath(folder);
+  return folders;
+}
+
+// A whole path on this system.
+std::string elsewhere() { return nativeSeparator() == u'/' ? "/x/a" : "C:\\x\\a"; }
+
 void setModified(const Text& path, int seconds) {
   const auto time = std::filesystem::file_time_type::clock::now() + std::chrono::seconds(seconds);
   std::filesystem::last_write_time(toPath(path), time);
@@ -91,7 +99,7 @@ TEST(FirefoxProfiles, RootsOfAUser) {
 
 TEST(FirefoxProfiles, TheInstallationsOwnComesFirstThenTheDefaultOne) {
   EXPECT_EQ(profileFolders(kFreshInstallation, u"/r"),
-            (Folders{u"/r/used.default-esr", u"/r/unused.default"}));
+            native({u"/r/used.default-esr", u"/r/unused.default"}));
 }
 
 TEST(FirefoxProfiles, TheOrderIsThatOfPreferenceThenOfTheFile) {
@@ -99,11 +107,11 @@ TEST(FirefoxProfiles, TheOrderIsThatOfPreferenceThenOfTheFile) {
                            "[Profile2]\nPath=d\nDefault=0\n[InstallB]\nDefault=a\n"
                            "[InstallA]\nDefault=d\n",
                            u"/r"),
-            (Folders{u"/r/a", u"/r/d", u"/r/b", u"/r/c"}));
+            native({u"/r/a", u"/r/d", u"/r/b", u"/r/c"}));
 }
 
 TEST(FirefoxProfiles, AnyShapeOfLinesIsRead) {
-  const Folders one = {u"/r/a b"};
+  const Folders one = native({u"/r/a b"});
   for (const std::string_view ini : {
            "[Profile0]\nPath=a b\n",
            "[Profile0]\r\nPath=a b\r\n",
@@ -133,29 +141,31 @@ TEST(FirefoxProfiles, NothingNamedIsNothing) {
 }
 
 TEST(FirefoxProfiles, AProfileMayBeAnywhere) {
+  const std::string whole = elsewhere();
   const struct {
-    std::string_view keys;
+    std::string keys;
     Folders folders;
   } rows[] = {
       {"Path=Profiles/a\nIsRelative=1", {u"/r/Profiles/a"}},
       {"Path=../a\nIsRelative=1", {u"/r/../a"}},
-      {"Path=/x/a\nIsRelative=0", {u"/x/a"}},
-      {"IsRelative=0\nPath=/x/a", {u"/x/a"}},
-      {"Path=/x/a", {u"/x/a"}},
+      {"Path=" + whole + "\nIsRelative=0", {fromUtf8(whole)}},
+      {"IsRelative=0\nPath=" + whole, {fromUtf8(whole)}},
+      {"Path=" + whole, {fromUtf8(whole)}},
       {"Path=a\nIsRelative=0", {}},
       {"Path=\xC3\xA9", {u"/r/é"}},
       {"Path=\xE9", {u"/r/\xDCE9"}},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(profileFolders("[Profile0]\n" + std::string(row.keys), u"/r"), row.folders)
-        << row.keys;
+    EXPECT_EQ(profileFolders("[Profile0]\n" + row.keys, u"/r"), native(row.folders)) << row.keys;
   }
 }
 
 TEST(FirefoxProfiles, AnInstallationMayNameAProfileElsewhere) {
-  EXPECT_EQ(
-      profileFolders("[Install1]\nDefault=/x/a\n[Profile0]\nIsRelative=0\nPath=/x/a\n", u"/r"),
-      Folders{u"/x/a"});
+  const std::string whole = elsewhere();
+  EXPECT_EQ(profileFolders(
+                "[Install1]\nDefault=" + whole + "\n[Profile0]\nIsRelative=0\nPath=" + whole + "\n",
+                u"/r"),
+            Folders{fromUtf8(whole)});
 }
 
 TEST(LiveProfile, TheNewestLogTells) {

@@ -112,6 +112,18 @@ TEST(Comparison, AnObstacleDoesNotHideWhatBothSidesHave) {
             Rows{"1 d/a d/a"});
 }
 
+TEST(Comparison, WhatWasNotComparedAreWithheldFilesAndWhatCouldNotBeReadOnEitherSide) {
+  const Listing source = listingOf({{"closed/a", 1}, {"b", 1}}, {"shut", "x"});
+  Listing backup = listingOf({}, {"closed", "shut"});
+  EXPECT_EQ(notCompared(source, backup, compareListings(source, backup)), 5u);
+  for (const ObstacleKind kind : {ObstacleKind::FolderLink, ObstacleKind::Special}) {
+    for (Obstacle& obstacle : backup.obstacles) obstacle.kind = kind;
+    EXPECT_EQ(notCompared(source, backup, compareListings(source, backup)), 3u)
+        << "what is withheld still counts, the links do not";
+  }
+  EXPECT_EQ(notCompared(listingOf({}), listingOf({}), {}), 0u);
+}
+
 TEST(Comparison, TheTableCanBeEmptied) {
   DifferenceTable table = compareListings(listingOf({{"a", 1}}), listingOf({}));
   table.withheld = 1;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <cerrno>
 #include <gtest/gtest.h>
 
 #include "SyncSupport.h"
@@ -104,8 +105,30 @@ TEST_F(FolderSyncTest, ATableThatWasSavedSinceTheComparisonStays) {
   setTime(scratch.write("nav/res_css/js/shortQrCode.js", "saved since"), kNew + 100);
   EXPECT_FALSE(sync.synchronise().shortcutsRestored);
   EXPECT_EQ(scratch.read("nav/res_css/js/shortQrCode.js"), "saved since");
+  EXPECT_EQ(progress.lines.back(), toUtf8(kLiveTableChanged));
   compare();
   EXPECT_EQ(rows(), Lines{"1 shortQrCode.js shortQrCode.js"});
+}
+
+TEST_F(FolderSyncTest, ATableThatDidNotTravelIsNotReplacedByTheBackupsOlderOne) {
+  scratch.makeFolders("nav/user_datas/shortQrCode.js");  // in the way of the copy
+  setTime(scratch.write("stick/shortQrCode.js", "older"), kOld - 1000);
+  questions.answers = {Answer::Ok};
+  compare();
+  EXPECT_EQ(questions.boxes, std::vector<Box>{shortcutCopyFailedBox()});
+  EXPECT_EQ(rows(), Lines{"2 - shortQrCode.js"});
+  std::filesystem::remove(scratch.path("nav/user_datas/shortQrCode.js"));
+  const SyncReport report = sync.synchronise();
+  EXPECT_EQ(report.copied, 1u);
+  EXPECT_FALSE(report.shortcutsRestored);
+  EXPECT_EQ(scratch.read("nav/user_datas/shortQrCode.js"), "older");
+  EXPECT_EQ(scratch.read("nav/res_css/js/shortQrCode.js"), "live");
+  EXPECT_EQ(progress.lines.back(), toUtf8(kLiveTableStayed));
+  // The next comparison takes it along, and the backup gets it.
+  compare();
+  EXPECT_EQ(rows(), Lines{"1 shortQrCode.js shortQrCode.js"});
+  sync.synchronise();
+  EXPECT_EQ(scratch.read("stick/shortQrCode.js"), "live");
 }
 
 TEST_F(FolderSyncTest, AMissingLiveTableIsRestoredFromTheBackup) {
@@ -143,7 +166,47 @@ TEST_F(FolderSyncTest, AMissingFolderOfTheUserIsMadeForTheTable) {
   EXPECT_EQ(rows(), (Lines{"0 shortQrCode.js -", "2 - a"}));
 }
 
-#ifndef TAVROLLO_WITHOUT_POSIX  // they close folders
+#ifndef TAVROLLO_WITHOUT_POSIX  // they close files and folders
+TEST_F(FolderSyncTest, AnUnreadableLiveTableIsNotReplacedByWhatACrashLeft) {
+  setTime(scratch.write("nav/user_datas/shortQrCode.js", "left by a crash", 0666), kOld - 2000);
+  setTime(scratch.write("stick/shortQrCode.js", "older"), kOld - 1000);
+  ::chmod(scratch.path().c_str(), 0755);
+  ::chmod(scratch.path("nav/user_datas").c_str(), 0777);
+  ::chmod(scratch.path("nav/res_css/js").c_str(), 0777);
+  ::chmod(scratch.path("nav/res_css/js/shortQrCode.js").c_str(), 0);
+  EXPECT_EQ(inChildWithoutRights([&] {
+              questions.answers = {Answer::Ok};
+              compare();
+              if (rows() != Lines{"3 shortQrCode.js shortQrCode.js"}) return 1;
+              if (sync.synchronise().copied != 1) return 2;
+              return progress.lines.back() == toUtf8(kLiveTableStayed) ? 0 : 3;
+            }),
+            0);
+  ::chmod(scratch.path("nav/res_css/js/shortQrCode.js").c_str(), 0644);
+  EXPECT_EQ(scratch.read("nav/res_css/js/shortQrCode.js"), "live");
+  EXPECT_EQ(scratch.read("nav/user_datas/shortQrCode.js"), "older");
+}
+
+TEST_F(FolderSyncTest, ATableThatCannotBeRestoredIsTracedAndItsRowComesAgain) {
+  setTime(scratch.write("stick/shortQrCode.js", "from the stick"), kNew);
+  ::chmod(scratch.path().c_str(), 0755);
+  ::chmod(scratch.path("nav/user_datas").c_str(), 0777);
+  ::chmod(scratch.path("nav/res_css/js").c_str(), 0555);
+  EXPECT_EQ(inChildWithoutRights([&] {
+              const Text travelling = scratch.text("nav/user_datas/shortQrCode.js");
+              const Text line = notCopiedLine(travelling, failureFromErrno(EACCES));
+              compare();
+              const SyncReport report = sync.synchronise();
+              if (report.copied != 1 || report.shortcutsRestored) return 1;
+              if (progress.lines.back() != toUtf8(line)) return 2;
+              compare();
+              return rows() == Lines{"3 shortQrCode.js shortQrCode.js"} ? 0 : 3;
+            }),
+            0);
+  ::chmod(scratch.path("nav/res_css/js").c_str(), 0755);
+  EXPECT_EQ(scratch.read("nav/res_css/js/shortQrCode.js"), "live");
+}
+
 TEST_F(FolderSyncTest, AFolderThatMayNotBeReadIsToldAndNothingIsTakenForMissing) {
   scratch.write("nav/user_datas/a", "precious");
   ::chmod(scratch.path().c_str(), 0755);
@@ -151,12 +214,31 @@ TEST_F(FolderSyncTest, AFolderThatMayNotBeReadIsToldAndNothingIsTakenForMissing)
   ::chmod(scratch.path("stick").c_str(), 0);
   EXPECT_EQ(inChildWithoutRights([&] {
               questions.answers = {Answer::Ok};
-              const bool same = compare() == Outcome::Identical;
+              if (compare() != Outcome::Unknown) return 1;
               const Box expected = folderMissingBox(scratch.text("stick") + u"/");
-              return same && questions.boxes == std::vector<Box>{expected} ? 0 : 1;
+              if (questions.boxes != std::vector<Box>{expected}) return 2;
+              // "a", the shortcut table, and the folder.
+              return rows().empty() && sync.notCompared() == 3 ? 0 : 3;
             }),
             0);
   ::chmod(scratch.path("stick").c_str(), 0755);
+}
+
+TEST_F(FolderSyncTest, AFolderThatIsClosedOnBothSidesIsNotIdentical) {
+  setTime(scratch.write("stick/shortQrCode.js", "live"), kOld);
+  scratch.makeFolders("stick/closed");
+  scratch.makeFolders("nav/user_datas/closed");
+  ::chmod(scratch.path().c_str(), 0755);
+  ::chmod(scratch.path("nav/user_datas").c_str(), 0777);
+  ::chmod(scratch.path("stick/closed").c_str(), 0);
+  ::chmod(scratch.path("nav/user_datas/closed").c_str(), 0);
+  EXPECT_EQ(inChildWithoutRights([&] {
+              const bool unknown = compare() == Outcome::Unknown;
+              return unknown && sync.notCompared() == 2 ? 0 : 1;
+            }),
+            0);
+  ::chmod(scratch.path("stick/closed").c_str(), 0755);
+  ::chmod(scratch.path("nav/user_datas/closed").c_str(), 0755);
 }
 
 TEST_F(FolderSyncTest, AClosedFolderInTheBackupMakesNoBox) {
@@ -181,6 +263,31 @@ TEST_F(FolderSyncTest, BothSidesMissingAreToldOneAfterTheOther) {
   EXPECT_EQ(sync.compare(webRoot, missing, u""), Outcome::Identical);
   EXPECT_EQ(questions.boxes,
             (std::vector<Box>{shortcutCopyFailedBox(), folderMissingBox(missing)}));
+}
+
+TEST_F(FolderSyncTest, WithoutAWebRootNothingIsCopiedMadeOrDeleted) {
+  // The folders that a root of "" would mean.
+  scratch.write("here/res_css/js/shortQrCode.js", "another's");
+  scratch.write("here/user_datas/shortQrCode.js", "another's too");
+  scratch.write("stick/a", "");
+  const std::filesystem::path before = std::filesystem::current_path();
+  for (const char* folder : {"here", "stick"}) {
+    std::filesystem::current_path(toPath(scratch.text(folder)));
+    questions.answers = {Answer::Ok};
+    questions.boxes.clear();
+    progress.lines.clear();
+    EXPECT_EQ(sync.compare(Text(), scratch.text("stick"), u""), Outcome::Refused);
+    EXPECT_EQ(questions.boxes,
+              std::vector<Box>{folderMissingBox(Text(u"user_datas") + nativeSeparator())});
+    EXPECT_EQ(progress.lines, Lines{slashed(toUtf8(kNoWebRoot))});
+    EXPECT_TRUE(rows().empty());
+    EXPECT_EQ(sync.synchronise().copied, 0u);
+    FolderSync::removeTravellingTable(Text());
+  }
+  std::filesystem::current_path(before);
+  EXPECT_EQ(scratch.namesIn("stick"), Lines{"a"});
+  EXPECT_EQ(scratch.read("here/res_css/js/shortQrCode.js"), "another's");
+  EXPECT_EQ(scratch.read("here/user_datas/shortQrCode.js"), "another's too");
 }
 
 TEST_F(FolderSyncTest, ABackupAroundOrInTheUsersFilesIsRefused) {
@@ -224,7 +331,24 @@ TEST_F(FolderSyncTest, EachComparisonStartsAnew) {
   EXPECT_EQ(rows(), Lines{"0 shortQrCode.js -"});
 }
 
-#ifndef TAVROLLO_WITHOUT_POSIX  // it makes a link
+#ifndef TAVROLLO_WITHOUT_POSIX  // they make links
+TEST_F(FolderSyncTest, AFileThatCannotBeReadAndHasNoPartnerIsNotIdentical) {
+  setTime(scratch.write("stick/shortQrCode.js", "live"), kOld);
+  ::symlink("nowhere", scratch.path("nav/user_datas/a").c_str());
+  EXPECT_EQ(compare(), Outcome::Unknown);
+  EXPECT_EQ(sync.notCompared(), 1u);
+  std::filesystem::remove(scratch.path("nav/user_datas/a"));
+  EXPECT_EQ(compare(), Outcome::Identical);
+  EXPECT_EQ(sync.notCompared(), 0u);
+}
+
+TEST_F(FolderSyncTest, ALinkToAFolderWithNothingToPutBehindItIsIdentical) {
+  setTime(scratch.write("stick/shortQrCode.js", "live"), kOld);
+  ::symlink(".", scratch.path("nav/user_datas/loop").c_str());
+  EXPECT_EQ(compare(), Outcome::Identical);
+  EXPECT_EQ(sync.notCompared(), 0u);
+}
+
 TEST_F(FolderSyncTest, FilesAboutWhichTheOtherSideCouldNotBeAskedAreCounted) {
   scratch.write("nav/user_datas/d/a", "");
   ::symlink("nowhere", scratch.path("stick/d").c_str());

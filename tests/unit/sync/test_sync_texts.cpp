@@ -89,8 +89,19 @@ TEST(SyncTexts, TraceLines) {
             u"Synchronisation - non copié : /r/a : Disque plein");
   EXPECT_EQ(withheldLine(1), u"Synchronisation - l'autre côté n'est pas connu : 1 fichier");
   EXPECT_EQ(withheldLine(2), u"Synchronisation - l'autre côté n'est pas connu : 2 fichiers");
+  EXPECT_EQ(kNoWebRoot,
+            u"Synchronisation - user_datas n'est pas connu : shortQrCode.js n'est pas dans "
+            u"res_css\\js");
+  EXPECT_EQ(kLiveTableChanged,
+            u"Synchronisation - shortQrCode.js n'est pas restauré : celui en service a changé "
+            u"depuis la comparaison");
+  EXPECT_EQ(kLiveTableStayed,
+            u"Synchronisation - shortQrCode.js n'est pas restauré : celui en service n'a pas pu "
+            u"être copié dans user_datas");
   EXPECT_EQ(copiedLine(1, 0), u"Synchronisation : 1 fichier copié, 0 non copié");
   EXPECT_EQ(copiedLine(2, 3), u"Synchronisation : 2 fichiers copiés, 3 non copiés");
+  EXPECT_EQ(notComparedLine(1), u"Synchronisation : 1 non comparé");
+  EXPECT_EQ(notComparedLine(2), u"Synchronisation : 2 non comparés");
   EXPECT_EQ(reportLine(2, 3, 0), copiedLine(2, 3));
   EXPECT_EQ(reportLine(2, 1, 1),
             u"Synchronisation : 2 fichiers copiés, 1 non copié, 1 non comparé");

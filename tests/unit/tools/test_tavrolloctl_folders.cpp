@@ -175,6 +175,24 @@ TEST_F(Folders, LinksToFoldersAndPipesAreSaidAndNoTrouble) {
                               folder.path("source") + "/pipe : ni fichier ni dossier\n");
 }
 
+TEST_F(Folders, FilesThatAreWithheldAreTrouble) {
+  write("source/d/a", "1", kOld);
+  write("source/b", "1", kOld);
+  folder.makeFolders("elsewhere");
+  ::symlink("../elsewhere", folder.path("backup/d").c_str());
+  const std::string line = "Synchronisation - l'autre côté n'est pas connu : 1 fichier\n";
+  const Outcome compared = run("compare");
+  EXPECT_EQ(compared.status, 2);
+  EXPECT_EQ(compared.out, "0\tb\t09/09/2001 01:46:40\t1 o\t\t\t\n");
+  EXPECT_TRUE(compared.err.ends_with(line));
+  const Outcome synced = run("sync");
+  EXPECT_EQ(synced.status, 2);
+  EXPECT_NE(synced.err.find(line), std::string::npos);
+  EXPECT_EQ(folder.read("backup/b"), "1");
+  EXPECT_EQ(run("sync").status, 2) << "with no row left too";
+  EXPECT_TRUE(folder.namesIn("elsewhere").empty());
+}
+
 TEST_F(Folders, AMissingFolderIsTroubleAndNothingIsMade) {
   write("source/a", "", kOld);
   for (const std::string verb : {"compare", "sync"}) {

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "RecordingWord.h"
 #include "WindowsSupport.h"
 #include "platform/Desktop.h"
 #include "platform/Shell.h"
 
 namespace {
+
+constexpr const char* kMayNotRegister = "only an administrator may register a word processor";
 
 class WindowsShellTest : public ::testing::Test {
  protected:
@@ -68,6 +71,47 @@ TEST_F(WindowsShellTest, AParameterIsOneWordAgain) {
 TEST_F(WindowsShellTest, WithoutAWordProcessorItsAutomationFails) {
   EXPECT_EQ(shell->openInWord(u"C:\\a.doc").number, 429);
   EXPECT_EQ(traces.size(), 1u);
+}
+
+TEST_F(WindowsShellTest, TheWordProcessorShowsItselfAndThenOpensTheDocument) {
+  RecordingWord word;
+  {
+    const AnswersToWordBasic answers(word);
+    if (!answers.named()) GTEST_SKIP() << kMayNotRegister;
+    ASSERT_TRUE(answers.offered());
+    EXPECT_FALSE(shell->openInWord(u"C:\\é 日\\lettre, 1.doc"));
+  }
+  EXPECT_EQ(word.calls,
+            (std::vector<std::wstring>{L"AppShow", L"FileOpen C:\\é 日\\lettre, 1.doc"}));
+  EXPECT_EQ(word.references, 0);
+  EXPECT_TRUE(traces.empty());
+}
+
+TEST_F(WindowsShellTest, AWordProcessorThatFailsIsTold) {
+  const struct {
+    std::wstring refuses;
+    std::wstring lacks;
+    std::vector<std::wstring> calls;
+  } rows[] = {
+      {L"AppShow", L"", {L"AppShow"}},
+      {L"FileOpen", L"", {L"AppShow", L"FileOpen C:\\a.doc"}},
+      {L"", L"AppShow", {}},
+      {L"", L"FileOpen", {L"AppShow"}},
+  };
+  for (const auto& row : rows) {
+    RecordingWord word;
+    word.refuses = row.refuses;
+    word.lacks = row.lacks;
+    {
+      const AnswersToWordBasic answers(word);
+      if (!answers.named()) GTEST_SKIP() << kMayNotRegister;
+      ASSERT_TRUE(answers.offered());
+      EXPECT_EQ(shell->openInWord(u"C:\\a.doc").number, 440);
+    }
+    EXPECT_EQ(word.calls, row.calls);
+    EXPECT_EQ(word.references, 0);
+  }
+  EXPECT_EQ(traces, std::vector<Text>(4, u"Erreur Automation"));
 }
 
 TEST_F(WindowsShellTest, NobodyHasToBeCollected) {
