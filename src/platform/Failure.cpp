@@ -20,7 +20,7 @@ constexpr ErrnoRow kErrnoRows[] = {
     {EMFILE, 67, u"Trop de fichiers"},       {ENFILE, 67, u"Trop de fichiers"},
     {EACCES, 70, u"Permission refusée"},     {EPERM, 70, u"Permission refusée"},
     {EROFS, 70, u"Permission refusée"},      {ENOTDIR, 76, u"Chemin d'accès introuvable"},
-    {EEXIST, 58, u"Le fichier existe déjà"},
+    {EEXIST, 58, u"Le fichier existe déjà"}, {EFBIG, 75, u"Fichier trop volumineux pour ce disque"},
 };
 
 Failure pathOrFileAccess() { return {75, u"Erreur d'accès Chemin/Fichier"}; }

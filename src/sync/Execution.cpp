@@ -45,9 +45,24 @@ struct OpenSide {
 
   const Listing& listing;
   FolderTree tree;
-  Failure failure;  // why the tree is not open
-  std::set<NativeName> refusedFolders;
+  Failure failure;                      // why the tree is not open
+  std::set<NativeName> refusedFolders;  // and those that are missing above them
+  std::set<int> shownFailures;          // why folders could not be made, as boxes told
 };
+
+// The first part of the folder's path that is none on the side; "" when all are. One that stands
+// there and lets nobody in was not to be made.
+NativeName firstMissing(const OpenSide& side, NativeView folder) {
+  std::size_t end = 0;
+  do {
+    end = folder.find(kNativeSeparator, end + 1);
+    const NativeView part = folder.substr(0, end);
+    std::error_code unknown;
+    const std::filesystem::path path = toPath(side.listing.root + nativeText(part));
+    if (!std::filesystem::is_directory(path, unknown)) return NativeName(part);
+  } while (end != NativeView::npos);
+  return {};
+}
 
 class Run {
  public:
@@ -97,11 +112,10 @@ class Run {
   }
 
   void carryOut(std::size_t row) {
+    // Told before anything can fail: as many rows as there are may fail at once.
+    report_.stopped = !progress_.copying(row, 0);
     const SyncAction action = rows_[row].action;
-    if (!isKnown(action)) {
-      report_.stopped = !progress_.copying(row, 0);
-      return;
-    }
+    if (report_.stopped || !isKnown(action)) return;
     Stream& stream = goesToBackup(action) ? toBackup_ : toSource_;
     const FileCopyJob job = jobFor(rows_[row]);
     Failure failure = copy(stream, job, row);
@@ -132,27 +146,32 @@ class Run {
   }
 
   Failure copy(Stream& stream, const FileCopyJob& job, std::size_t row) {
-    if (stream.from.failure || stream.to.failure) {
-      report_.stopped = !progress_.copying(row, 0);
-      return stream.from.failure ? stream.from.failure : stream.to.failure;
-    }
-    if (Failure failure = makeFolder(stream.to, job.to)) {
-      report_.stopped = !progress_.copying(row, 0);
-      return failure;
-    }
-    const auto goOn = [&](std::uint64_t bytes) { return progress_.copying(row, bytes); };
+    if (stream.from.failure) return stream.from.failure;
+    if (stream.to.failure) return stream.to.failure;
+    if (Failure failure = makeFolder(stream.to, job.to)) return failure;
+    const auto goOn = [&](std::uint64_t bytes) {
+      return bytes == 0 || progress_.copying(row, bytes);  // its beginning was told
+    };
     return stream.batch.add(job, row, goOn, report_.stopped);
   }
 
   Failure makeFolder(OpenSide& side, NativeView file) {
     const NativeName folder(folderOfPath(file));
     Failure failure = side.tree.makeFolder(folder);
-    if (!failure || !side.refusedFolders.insert(folder).second) return failure;
-    std::error_code unknown;  // one that stands there and lets nobody in was not to be made
-    const bool stands =
-        std::filesystem::is_directory(toPath(side.listing.root + nativeText(folder)), unknown);
-    if (!stands) questions_.ask(createSubDirBox(failure));
+    if (failure && isNews(side, folder, failure)) questions_.ask(createSubDirBox(failure));
     return failure;
+  }
+
+  // A folder that is missing takes those below it along, and what keeps one from being made, such
+  // as write protection, mostly keeps the others too.
+  static bool isNews(OpenSide& side, const NativeName& folder, const Failure& failure) {
+    if (side.shownFailures.contains(failure.number)) return false;
+    if (!side.refusedFolders.insert(folder).second) return false;
+    const NativeName missing = firstMissing(side, folder);
+    if (missing.empty()) return false;
+    if (missing != folder && !side.refusedFolders.insert(missing).second) return false;
+    side.shownFailures.insert(failure.number);
+    return true;
   }
 
   void settle(Stream& stream) {

@@ -19,9 +19,9 @@ struct SyncReport {
 };
 
 // Copies each row's file in the direction of its action; a row with another action is passed over.
-// Missing folders are made; `questions` shows one box for each that cannot be. What cannot be
-// copied is traced with its reason, and the rest goes on. First, what interrupted copies left on
-// either side is taken away.
+// Missing folders are made; `questions` shows a box for the first that cannot be, and for others
+// that fail for another reason or on the other side. What cannot be copied is traced with its
+// reason, and the rest goes on. First, what interrupted copies left on either side is taken away.
 SyncReport executeRows(const Listing& source, const Listing& backup,
                        const std::vector<DifferenceRow>& rows, Questions& questions,
                        SyncProgress& progress);

@@ -17,6 +17,7 @@ class SyncProgress {
   virtual bool listing(Side side, const Text& folder, std::size_t files) = 0;
 
   // While the rows are carried out: the row (from 0), and how many bytes of its file are copied.
+  // Every row begins with one call of no bytes, also one that cannot be copied.
   virtual bool copying(std::size_t row, std::uint64_t bytes) = 0;
 
   // While what was written goes to the disk.

@@ -4,38 +4,18 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
-#include <linux/magic.h>
 #include <memory>
-#include <sys/sysmacros.h>
-#include <sys/vfs.h>
 #include <unistd.h>
 
+#include "platform/linux/NewName.h"
 #include "platform/linux/Retried.h"
+#include "platform/linux/Stick.h"
 
 namespace {
 
 constexpr mode_t kPermissions = 0777;
-// The kernel's EXFAT_SUPER_MAGIC and NTFS3_SUPER_MAGIC, which not every header has.
-constexpr long kExFat = 0x2011BAB0;
-constexpr long kNtfs = 0x7366746E;
-
 FileState stateOf(const struct stat& status) {
   return {.modified = status.st_mtim.tv_sec, .size = static_cast<std::uint64_t>(status.st_size)};
-}
-
-// The drivers outside the kernel that have a drive to themselves are those for exFAT and NTFS; the
-// others lie over folders that know permissions.
-bool isOnDriveOfItsOwn(int file) {
-  struct stat status {};
-  return ::fstat(file, &status) == 0 && major(status.st_dev) != 0;
-}
-
-// Where the permissions are made up by the system they say nothing about the file.
-bool keepsPermissions(int file) {
-  struct statfs system {};
-  if (::fstatfs(file, &system) != 0) return true;
-  if (system.f_type == FUSE_SUPER_MAGIC) return !isOnDriveOfItsOwn(file);
-  return system.f_type != MSDOS_SUPER_MAGIC && system.f_type != kExFat && system.f_type != kNtfs;
 }
 
 mode_t newFileMode() {
@@ -46,8 +26,8 @@ mode_t newFileMode() {
 
 }  // namespace
 
-bool isSameVersion(const struct stat& a, const struct stat& b) {
-  return a.st_dev == b.st_dev && a.st_ino == b.st_ino && a.st_size == b.st_size &&
+bool isSameVersion(const struct stat& a, const struct stat& b, bool onStick) {
+  return a.st_dev == b.st_dev && (onStick || a.st_ino == b.st_ino) && a.st_size == b.st_size &&
          a.st_mtim.tv_sec == b.st_mtim.tv_sec && a.st_mtim.tv_nsec == b.st_mtim.tv_nsec;
 }
 
@@ -91,21 +71,13 @@ Failure checkTarget(const CopyPlace& target, const std::optional<FileState>& exp
 
 bool renameTo(const CopyPlace& target, const std::string& from, bool overNothing) {
   const int folder = target.folder->number();
-  const char* const name = target.name.c_str();
-  if (!overNothing) return ::renameat(folder, from.c_str(), folder, name) == 0;
-  if (::renameat2(folder, from.c_str(), folder, name, RENAME_NOREPLACE) == 0) return true;
-  if (errno != EINVAL && errno != ENOSYS) return false;
-  // A file system that cannot promise it: look first.
-  if (::faccessat(folder, name, F_OK, AT_SYMLINK_NOFOLLOW) == 0) {
-    errno = EEXIST;
-    return false;
-  }
-  return ::renameat(folder, from.c_str(), folder, name) == 0;
+  if (overNothing) return renameOverNothing(folder, from, target.name);
+  return ::renameat(folder, from.c_str(), folder, target.name.c_str()) == 0;
 }
 
 Failure carryOver(int source, const struct stat& status, std::optional<mode_t> oldMode,
                   int target) {
-  const mode_t mode = keepsPermissions(source) ? status.st_mode : oldMode.value_or(newFileMode());
+  const mode_t mode = isStick(source) ? oldMode.value_or(newFileMode()) : status.st_mode;
   const bool refused = ::fchmod(target, mode & kPermissions) != 0;
   if (refused && errno != EPERM && errno != EOPNOTSUPP && errno != ENOSYS) {
     return failureFromErrno(errno);

@@ -20,8 +20,8 @@ struct CopyPlace {
   }
 };
 
-// The same file with the same content, as far as the system knows.
-bool isSameVersion(const struct stat& a, const struct stat& b);
+// The same file with the same content, as far as the system knows. `onStick`: see isStick.
+bool isSameVersion(const struct stat& a, const struct stat& b, bool onStick);
 
 // Opens a regular file for reading.
 Failure openSource(const CopyPlace& place, FileDescriptor& file, struct stat& status);

@@ -16,7 +16,9 @@ constexpr std::uint64_t kPortion = 4 * 1024 * 1024;
 constexpr std::size_t kBuffer = 256 * 1024;
 using Buffer = std::array<char, kBuffer>;
 
-bool isRealFailure(int error) { return error == ENOSPC || error == EDQUOT || error == EIO; }
+bool isRealFailure(int error) {
+  return error == ENOSPC || error == EDQUOT || error == EIO || error == EFBIG;
+}
 
 // The bytes of one portion, or -1; 0 at the source's end, and where the kernel does not do it.
 ssize_t copyInKernel(int from, int to, std::uint64_t wanted, CopyWays& ways) {
@@ -50,7 +52,9 @@ BytesCopied copyFileBytes(int from, int to, std::uint64_t size, CopyWays& ways,
   if (!goOn(0)) return BytesCopied::Stopped;
   if (size == 0) return BytesCopied::All;
   if (ways.clone) {
-    if (::ioctl(to, FICLONE, from) == 0) return BytesCopied::All;
+    if (::ioctl(to, FICLONE, from) == 0) {
+      return goOn(size) ? BytesCopied::All : BytesCopied::Stopped;
+    }
     if (isRealFailure(errno)) return BytesCopied::Failed;
     ways.clone = false;
   }

@@ -10,6 +10,7 @@
 #include "platform/linux/FileBytes.h"
 #include "platform/linux/Flush.h"
 #include "platform/linux/Retried.h"
+#include "platform/linux/Stick.h"
 #include "platform/linux/TreeRoot.h"
 
 namespace {
@@ -23,6 +24,7 @@ struct Staged {
   std::size_t ticket = 0;
   CopyPlace source;
   struct stat sourceStatus {};
+  bool sourceOnStick = false;
   CopyPlace target;
   std::optional<FileState> targetState;
   std::string hiddenName;
@@ -73,6 +75,7 @@ struct FileCopyBatch::State {
                 const GoOn& goOn, bool& stopped);
   void keep(std::unique_ptr<Staged> file);
   int flush(const std::vector<int>& numbers, const Waiting& waiting) const;
+  void flushNames(const std::vector<int>& numbers, const Waiting& waiting) const;
 };
 
 // Both ends of the copy, as long as nothing else stands at the target than what was compared.
@@ -83,6 +86,9 @@ Failure FileCopyBatch::State::find(const FileCopyJob& job, Staged& found,
   found.target = {to.root().folder(parentOf(job.to)), NativeName(baseOf(job.to))};
   if (!found.target.folder) return failureFromErrno(errno);
   found.targetState = job.toState;
+  if (!isTakenBySticks(found.target.name) && isStick(found.target.folder->number())) {
+    return failureFromErrno(EINVAL);
+  }
 
   struct stat status {};
   const bool isLink =
@@ -98,6 +104,7 @@ Failure FileCopyBatch::State::write(Staged& file, const FileCopyJob& job,
                                     bool& stopped) {
   FileDescriptor source;
   if (Failure failure = openSource(file.source, source, file.sourceStatus)) return failure;
+  file.sourceOnStick = isStick(source.number());
   const bool becameOlder = file.sourceStatus.st_mtim.tv_sec < job.fromState.modified;
   if (becameOlder && oldMode) return failures::changedSinceCompared();
   if (Failure failure = createHidden(file, hiddenPrefix, counter)) return failure;
@@ -111,7 +118,7 @@ Failure FileCopyBatch::State::write(Staged& file, const FileCopyJob& job,
   }
   struct stat now {};
   if (::fstat(source.number(), &now) != 0) return failureFromErrno(errno);
-  if (!isSameVersion(now, file.sourceStatus)) return failures::changingFile();
+  if (!isSameVersion(now, file.sourceStatus, file.sourceOnStick)) return failures::changingFile();
   return carryOver(source.number(), now, oldMode, file.file.number());
 }
 
@@ -127,6 +134,17 @@ void FileCopyBatch::State::keep(std::unique_ptr<Staged> file) {
 int FileCopyBatch::State::flush(const std::vector<int>& numbers, const Waiting& waiting) const {
   return staged.size() <= kFewFiles ? flushFiles(numbers, waiting)
                                     : flushFileSystems(numbers, waiting);
+}
+
+// A new folder is lost with its files as long as only itself is on the disk.
+void FileCopyBatch::State::flushNames(const std::vector<int>& numbers,
+                                      const Waiting& waiting) const {
+  if (!to.root().madeFolder) {
+    flush(numbers, waiting);
+    return;
+  }
+  const bool flushed = flushFileSystems(numbers, waiting) == 0;
+  if (flushed && !numbers.empty()) to.root().madeFolder = false;
 }
 
 FileCopyBatch::FileCopyBatch(const FolderTree& from, const FolderTree& to)
@@ -162,7 +180,8 @@ namespace {
 Failure putInPlace(Staged& file) {
   struct stat source {};
   if (!file.source.status(source)) return failureFromErrno(errno);
-  if (!isSameVersion(source, file.sourceStatus)) return failures::changingFile();
+  if (!isSameVersion(source, file.sourceStatus, file.sourceOnStick))
+    return failures::changingFile();
   std::optional<mode_t> oldMode;
   if (Failure failure = checkTarget(file.target, file.targetState, oldMode)) return failure;
   if (!renameTo(file.target, file.hiddenName, !oldMode)) return failureFromErrno(errno);
@@ -189,7 +208,7 @@ std::vector<FileCopyResult> FileCopyBatch::commit(const Waiting& waiting) {
   }
   // The new files are whole either way: a failure here only means that a power cut may bring back
   // the old ones.
-  state_->flush(folders, waiting);
+  state_->flushNames(folders, waiting);
   state_->staged.clear();
   state_->bytes = 0;
   state_->folders = 0;

@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "platform/linux/FileDescriptor.h"
+#include "platform/linux/NewName.h"
 #include "platform/linux/Retried.h"
 #include "text/Paths.h"
 #include "text/Utf.h"
@@ -119,16 +120,7 @@ class TemporaryFile {
 
  private:
   bool rename(bool overNothing) {
-    if (!overNothing) return ::rename(name_.c_str(), target_.c_str()) == 0;
-    if (::renameat2(AT_FDCWD, name_.c_str(), AT_FDCWD, target_.c_str(), RENAME_NOREPLACE) == 0) {
-      return true;
-    }
-    if (errno != EINVAL && errno != ENOSYS) return false;
-    // A file system that cannot promise it: look first.
-    if (::faccessat(AT_FDCWD, target_.c_str(), F_OK, AT_SYMLINK_NOFOLLOW) == 0) {
-      errno = EEXIST;
-      return false;
-    }
+    if (overNothing) return renameOverNothing(AT_FDCWD, name_, target_);
     return ::rename(name_.c_str(), target_.c_str()) == 0;
   }
 

@@ -8,6 +8,7 @@
 #include <sys/stat.h>
 
 #include "platform/linux/Retried.h"
+#include "platform/linux/Stick.h"
 #include "platform/linux/TreeRoot.h"
 #include "text/Paths.h"
 #include "text/Utf.h"
@@ -23,10 +24,15 @@ FileDescriptor openFolder(int parent, const char* name) {
   return FileDescriptor(retried([&] { return ::openat(parent, name, kFolderFlags); }));
 }
 
-FileDescriptor openOrMakeFolder(int parent, const char* name, bool make) {
+FileDescriptor openOrMakeFolder(int parent, const char* name, bool& made) {
+  if (!isTakenBySticks(name) && isStick(parent)) {
+    errno = EINVAL;
+    return {};
+  }
   FileDescriptor folder = openFolder(parent, name);
-  if (folder.isOpen() || errno != ENOENT || !make) return folder;
+  if (folder.isOpen() || errno != ENOENT) return folder;
   if (::mkdirat(parent, name, kNewFolderMode) != 0 && errno != EEXIST) return folder;
+  made = true;
   return openFolder(parent, name);
 }
 
@@ -123,7 +129,8 @@ FolderTree::Root::Folder FolderTree::Root::folder(NativeView relative, bool crea
     const std::size_t cut = rest.find('/');
     const NativeName step(rest.substr(0, cut));
     rest = cut == NativeView::npos ? NativeView() : rest.substr(cut + 1);
-    here = openOrMakeFolder(here.number(), step.c_str(), create);
+    here = create ? openOrMakeFolder(here.number(), step.c_str(), madeFolder)
+                  : openFolder(here.number(), step.c_str());
   }
   if (!here.isOpen()) return nullptr;
   last = std::make_shared<const FileDescriptor>(std::move(here));
@@ -137,13 +144,16 @@ FolderTree::FolderTree(FolderTree&& other) noexcept = default;
 FolderTree& FolderTree::operator=(FolderTree&& other) noexcept = default;
 
 Failure FolderTree::open(const Text& root, bool* missing) {
+  const bool wasMissing = root_->missing;
   *root_ = Root();
   const bool hasNul = root.find(u'\0') != Text::npos;
   const std::string name = hasNul ? std::string() : toPath(root).native();
   const int folder =
       retried([&] { return ::open(name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); });
   const int error = folder < 0 ? errno : 0;
-  if (missing) *missing = error == ENOENT || error == ENOTDIR;
+  root_->missing = error == ENOENT || error == ENOTDIR;
+  root_->madeFolder = wasMissing;  // who asks again has made it
+  if (missing) *missing = root_->missing;
   if (error == ENOENT) return failureFromErrno(ENOTDIR);  // "path not found", not a file
   root_->top = FileDescriptor(folder);
   return failureFromErrno(error);

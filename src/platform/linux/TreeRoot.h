@@ -15,7 +15,9 @@ struct FolderTree::Root {
   Folder folder(NativeView relative, bool create = false);
 
   FileDescriptor top;
-  NativeName lastPath;  // files come folder by folder: the last one is kept open
+  bool missing = false;     // when it was opened last
+  bool madeFolder = false;  // whose entry in the folder above it may not be on the disk yet
+  NativeName lastPath;      // files come folder by folder: the last one is kept open
   Folder last;
 };
 

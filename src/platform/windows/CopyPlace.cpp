@@ -59,14 +59,13 @@ Failure carryOver(const FileDetails& source, HANDLE target) {
   return done ? Failure() : lastFailure();
 }
 
-Failure renameTo(const CopyPlace& target, const std::wstring& from,
-                 std::optional<DWORD> attributes) {
+Failure renameTo(const CopyPlace& target, const std::wstring& from, std::optional<DWORD> attributes,
+                 const std::function<void()>& waiting) {
   const std::wstring to = target.path();
   const bool readOnly = attributes && (*attributes & FILE_ATTRIBUTE_READONLY) != 0;
   if (readOnly && !::SetFileAttributesW(to.c_str(), FILE_ATTRIBUTE_NORMAL)) return lastFailure();
-  const DWORD flags =
-      attributes ? MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH : MOVEFILE_WRITE_THROUGH;
-  if (::MoveFileExW(from.c_str(), to.c_str(), flags)) return {};
+  const DWORD flags = attributes ? MOVEFILE_REPLACE_EXISTING : 0;
+  if (renamePatiently(from, to, flags, waiting)) return {};
   const Failure failure = lastFailure();
   if (readOnly) ::SetFileAttributesW(to.c_str(), *attributes);
   return failure;

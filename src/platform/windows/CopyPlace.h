@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <functional>
 #include <optional>
 
 #include "platform/windows/FileDetails.h"
@@ -33,6 +34,7 @@ Failure checkTarget(const CopyPlace& target, const std::optional<FileState>& exp
 Failure carryOver(const FileDetails& source, HANDLE target);
 
 // Gives the file at `from` the target's name. It replaces what is there when that has `attributes`,
-// also a read-only file; without any, it goes only where nothing stands.
-Failure renameTo(const CopyPlace& target, const std::wstring& from,
-                 std::optional<DWORD> attributes);
+// also a read-only file; without any, it goes only where nothing stands. `waiting` is called while
+// another program has the file open that is there.
+Failure renameTo(const CopyPlace& target, const std::wstring& from, std::optional<DWORD> attributes,
+                 const std::function<void()>& waiting);

@@ -148,7 +148,7 @@ bool FileCopyBatch::empty() const { return state_->staged.empty(); }
 namespace {
 
 // Gives the file its name when both sides are still as they were.
-Failure putInPlace(Staged& file) {
+Failure putInPlace(Staged& file, const FileCopyBatch::Waiting& waiting) {
   const Handle source = openForALook(file.source.path());
   const std::optional<FileDetails> now = source.isOpen() ? detailsOf(source.get()) : std::nullopt;
   if (!now) return lastFailure();
@@ -156,7 +156,7 @@ Failure putInPlace(Staged& file) {
   std::optional<DWORD> attributes;
   if (Failure failure = checkTarget(file.target, file.targetState, attributes)) return failure;
   if (!file.file.close()) return lastFailure();
-  if (Failure failure = renameTo(file.target, file.hiddenPath, attributes)) return failure;
+  if (Failure failure = renameTo(file.target, file.hiddenPath, attributes, waiting)) return failure;
   file.hiddenPath.clear();
   return {};
 }
@@ -172,7 +172,7 @@ std::vector<FileCopyResult> FileCopyBatch::commit(const Waiting& waiting) {
   const Failure unflushed = failureFromSystem(flushFiles(written, waiting));
   for (const auto& file : state_->staged) {
     results.push_back(
-        {.ticket = file->ticket, .failure = unflushed ? unflushed : putInPlace(*file)});
+        {.ticket = file->ticket, .failure = unflushed ? unflushed : putInPlace(*file, waiting)});
   }
   state_->staged.clear();
   state_->bytes = 0;

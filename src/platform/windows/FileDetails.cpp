@@ -52,3 +52,18 @@ DWORD lastingAttributes(DWORD attributes) {
   const DWORD kept = attributes & kLasting;
   return kept == 0 ? FILE_ATTRIBUTE_NORMAL : kept;
 }
+
+bool renamePatiently(const std::wstring& from, const std::wstring& to, DWORD flags,
+                     const std::function<void()>& waiting) {
+  constexpr int kMostTurns = 10;
+  constexpr DWORD kTurn = 20;  // milliseconds
+  for (int turn = 0; turn < kMostTurns; ++turn) {
+    if (::MoveFileExW(from.c_str(), to.c_str(), flags | MOVEFILE_WRITE_THROUGH)) return true;
+    const DWORD error = ::GetLastError();
+    if (error != ERROR_ACCESS_DENIED && error != ERROR_SHARING_VIOLATION) return false;
+    waiting();
+    ::Sleep(kTurn);
+    ::SetLastError(error);
+  }
+  return false;
+}

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -40,6 +41,13 @@ std::wstring endOfLink(const std::wstring& path);
 
 // Takes the file away, also a read-only one. False with the last error set.
 bool removeFile(const std::wstring& path);
+
+// Renames the file, written through to the disk; `flags` as for MoveFileExW. Who has just opened
+// the file that is replaced, a browser or a virus scanner, soon lets go of it: that is waited for,
+// with a call of `waiting` now and then. False with the last error set.
+bool renamePatiently(
+    const std::wstring& from, const std::wstring& to, DWORD flags,
+    const std::function<void()>& waiting = [] {});
 
 // The attributes that a file keeps when its content is replaced or copied.
 DWORD lastingAttributes(DWORD attributes);

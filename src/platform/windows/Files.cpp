@@ -49,20 +49,6 @@ std::wstring temporaryName(const std::wstring& folder, int attempt) {
                            std::to_wstring(attempt) + L".tmp");
 }
 
-// Who has just opened the file that is there, a browser or a virus scanner, soon lets go of it.
-bool renamePatiently(const std::wstring& from, const std::wstring& to, DWORD flags) {
-  constexpr int kMostTurns = 10;
-  constexpr DWORD kTurn = 20;  // milliseconds
-  for (int turn = 0; turn < kMostTurns; ++turn) {
-    if (::MoveFileExW(from.c_str(), to.c_str(), flags | MOVEFILE_WRITE_THROUGH)) return true;
-    const DWORD error = ::GetLastError();
-    if (error != ERROR_ACCESS_DENIED && error != ERROR_SHARING_VIOLATION) return false;
-    ::Sleep(kTurn);
-    ::SetLastError(error);
-  }
-  return false;
-}
-
 // A file in the target's folder that becomes the target, or vanishes.
 class TemporaryFile {
  public:

@@ -34,6 +34,7 @@ constexpr ErrorRow kErrorRows[] = {
     {ERROR_DISK_FULL, ENOSPC},
     {ERROR_HANDLE_DISK_FULL, ENOSPC},
     {kDiskQuotaExceeded, ENOSPC},
+    {ERROR_FILE_TOO_LARGE, EFBIG},
     {ERROR_NOT_READY, EIO},
     {ERROR_CRC, EIO},
     {ERROR_SEEK, EIO},

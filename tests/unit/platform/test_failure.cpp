@@ -23,6 +23,7 @@ const Row kRows[] = {
 #endif
     {EISDIR, {75, u"Erreur d'accès Chemin/Fichier"}},
     {EEXIST, {58, u"Le fichier existe déjà"}},
+    {EFBIG, {75, u"Fichier trop volumineux pour ce disque"}},
     {EIO, {57, u"Erreur d'E/S de périphérique"}},
     {EMFILE, {67, u"Trop de fichiers"}},
     {ENFILE, {67, u"Trop de fichiers"}},

@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <vector>
 
 #include "platform/linux/FileBytes.h"
 #include "platform/linux/FileDescriptor.h"
 #include "support/Mounted.h"
+#include "support/Processes.h"
 #include "support/Scratch.h"
 
 namespace {
@@ -20,7 +23,10 @@ std::string someBytes(std::size_t size) {
 
 class FileBytes : public ::testing::Test {
  protected:
-  BytesCopied copy(std::uint64_t size, CopyWays ways) {
+  BytesCopied copy(std::uint64_t size, CopyWays ways) { return copyUsing(size, ways); }
+
+  // `ways` are what is still worth trying afterwards.
+  BytesCopied copyUsing(std::uint64_t size, CopyWays& ways) {
     const FileDescriptor from(::open(scratch.path("from").c_str(), O_RDONLY | O_CLOEXEC));
     const FileDescriptor to(
         ::open(scratch.path("to").c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
@@ -99,6 +105,21 @@ TEST_F(FileBytes, AFullDiskIsAFailureAndNoReasonToTryAnotherWay) {
     EXPECT_EQ(copy(40'000, ways), BytesCopied::Failed);
     EXPECT_EQ(errno, ENOSPC);
   }
+}
+
+TEST_F(FileBytes, AFileThatIsTooLargeIsAFailureAndNoReasonToTryAnotherWay) {
+  scratch.write("from", someBytes(40'000));
+  CopyWays ways = kWays[1];
+  EXPECT_EQ(copyUsing(1000, ways), BytesCopied::All);
+  const bool inKernel = ways.inKernel;  // whether this kernel does it here
+  const int status = inChild([&] {
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit tight{1000, 1000};
+    if (::setrlimit(RLIMIT_FSIZE, &tight) != 0) return 2;
+    if (copyUsing(40'000, ways) != BytesCopied::Failed || errno != EFBIG) return 1;
+    return ways.inKernel == inKernel ? 0 : 3;
+  });
+  EXPECT_EQ(status, 0);
 }
 
 }  // namespace

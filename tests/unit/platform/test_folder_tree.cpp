@@ -6,7 +6,7 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 
-#include "platform/FolderTree.h"
+#include "platform/linux/TreeRoot.h"
 #include "support/Processes.h"
 
 namespace {
@@ -230,6 +230,22 @@ TEST_F(FolderTreeTest, NoFolderIsMadeThroughALink) {
   ::symlink(elsewhere.path().c_str(), scratch.path("link").c_str());
   EXPECT_TRUE(tree.makeFolder("link/d"));
   EXPECT_EQ(elsewhere.entries(), 0u);
+}
+
+TEST_F(FolderTreeTest, NewFoldersAreRememberedUntilTheirEntriesAreOnTheDisk) {
+  scratch.makeFolders("sub");
+  EXPECT_FALSE(tree.makeFolder("sub"));
+  EXPECT_FALSE(tree.root().madeFolder);
+  EXPECT_FALSE(tree.makeFolder("sub/new"));
+  EXPECT_TRUE(tree.root().madeFolder);
+
+  FolderTree other;
+  EXPECT_TRUE(other.open(scratch.text("root")));
+  scratch.makeFolders("root");
+  EXPECT_FALSE(other.open(scratch.text("root")));
+  EXPECT_TRUE(other.root().madeFolder) << "the root itself";
+  EXPECT_FALSE(other.open(scratch.text("root")));
+  EXPECT_FALSE(other.root().madeFolder);
 }
 
 TEST_F(FolderTreeTest, AFileIsRemovedAndALinksTargetStays) {

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Counts how a synchronisation brings its files to the disk: every file before it gets its name, many
-at once.
+at once. Then what becomes of it where the system refuses calls.
 
 usage: flush_calls.py TAVROLLOCTL
 
@@ -17,10 +17,12 @@ import tempfile
 SKIP = 77
 
 
-def calls_of_sync(ctl, files):
-    """The names of the calls that flush and rename, in their order."""
+def calls_of_sync(ctl, files, folder_of_files=""):
+    """The names of the calls that flush and rename, in their order. The files are in a folder below the
+    source that the backup does not have."""
     with tempfile.TemporaryDirectory() as folder:
-        source, backup = os.path.join(folder, "source"), os.path.join(folder, "backup")
+        top, backup = os.path.join(folder, "source"), os.path.join(folder, "backup")
+        source = os.path.join(top, folder_of_files)
         os.makedirs(source)
         os.makedirs(backup)
         for number in range(files):
@@ -29,9 +31,9 @@ def calls_of_sync(ctl, files):
         log = os.path.join(folder, "log")
         run = subprocess.run(
             ["strace", "-f", "-o", log, "-e", "trace=fsync,syncfs,rename,renameat,renameat2",
-             ctl, "sync", source, backup], capture_output=True, check=False)
+             ctl, "sync", top, backup], capture_output=True, check=False)
         assert run.returncode == 0, run.stderr
-        assert len(os.listdir(backup)) == files
+        assert len(os.listdir(os.path.join(backup, folder_of_files))) == files
         with open(log, encoding="utf-8", errors="replace") as file:
             return re.findall(r"^\d+ +(\w+)\(", file.read(), re.MULTILINE)
 
@@ -58,6 +60,21 @@ def refuses_what_the_disk_did_not_take(ctl, files):
                 assert file.read() == backup
 
 
+def new_file_where_calls_fail(ctl, *failing):
+    """Whether a new file is copied where these calls fail."""
+    with tempfile.TemporaryDirectory() as folder:
+        source, backup = os.path.join(folder, "source"), os.path.join(folder, "backup")
+        os.makedirs(source)
+        os.makedirs(backup)
+        with open(os.path.join(source, "a"), "w", encoding="ascii"):
+            pass
+        injections = [word for call in failing for word in ("-e", "inject=" + call)]
+        run = subprocess.run(["strace", "-f", "-o", os.devnull, *injections, ctl, "sync", source, backup],
+                             capture_output=True, check=False)
+        assert run.returncode == (0 if os.listdir(backup) else 2), run
+        return os.listdir(backup) == ["a"]
+
+
 def main():
     ctl = sys.argv[1]
     if shutil.which("strace") is None or subprocess.run(
@@ -67,11 +84,17 @@ def main():
     one = calls_of_sync(ctl, 1)
     assert one == ["fsync", "renameat2", "fsync"], one
 
+    # The entries of new folders are in folders that no file is in.
+    assert calls_of_sync(ctl, 1, "new/deeper") == ["fsync", "renameat2", "syncfs"]
+
     batches = calls_of_sync(ctl, 520)
     assert batches == (["syncfs"] + ["renameat2"] * 500 + ["syncfs"] * 2 + ["renameat2"] * 20
                        + ["syncfs"]), batches
     for files in (1, 20):
         refuses_what_the_disk_did_not_take(ctl, files)
+    # A file system that cannot promise to replace nothing, and one that does not say what stands there.
+    assert new_file_where_calls_fail(ctl, "renameat2:error=EINVAL")
+    assert not new_file_where_calls_fail(ctl, "renameat2:error=EINVAL", "faccessat2:error=EIO")
     print("520 files: %d flushes" % batches.count("syncfs"))
 
 

@@ -120,7 +120,6 @@ TEST_F(ExecutionTest, TheProgressIsToldEachRowAndItsBytes) {
   backup.write("c", "123");
   synchronise();
   using Calls = std::vector<std::pair<std::size_t, std::uint64_t>>;
-  // What shares blocks with its source is there at once.
   Calls rowsBegun;
   for (const auto& call : progress.copied) {
     if (call.second == 0) rowsBegun.push_back(call);
@@ -129,6 +128,25 @@ TEST_F(ExecutionTest, TheProgressIsToldEachRowAndItsBytes) {
 #ifndef TAVROLLO_WITHOUT_POSIX  // there, a quick flush is over before anybody waits
   EXPECT_GE(progress.waits, 4) << "two flushes on each side";
 #endif
+}
+
+TEST_F(ExecutionTest, ARowThatFailsAtOnceIsToldTheProgressToo) {
+  source.write("changed", "1");
+  source.write("d/no folder", "2");
+  source.write("vanished", "3");
+  source.write("well", "4");
+  list();
+  ASSERT_EQ(rows.size(), 4u);
+  backup.write("changed", "came since");
+  backup.write("d", "no folder");
+  std::filesystem::remove(source.path("vanished"));
+  questions.answers = {Answer::Ok};
+  EXPECT_EQ(execute().copied, 1u);
+  std::vector<std::size_t> rowsBegun;
+  for (const auto& [row, bytes] : progress.copied) {
+    if (bytes == 0) rowsBegun.push_back(row);
+  }
+  EXPECT_EQ(rowsBegun, (std::vector<std::size_t>{0, 1, 2, 3}));
 }
 
 TEST_F(ExecutionTest, TheProgressStopsTheWorkAndWhatIsCopiedStays) {
@@ -162,7 +180,7 @@ TEST_F(ExecutionTest, AFileThatIsWrittenWhileItIsCopiedIsShownAgainByTheNextComp
   source.write("b", "2");
   list();
   progress.whileCopying = [this](std::size_t row, std::uint64_t bytes) {
-    if (row == 0 && bytes == 0) std::ofstream(source.path("a"), std::ios::app) << "more";
+    if (row == 0 && bytes > 0) std::ofstream(source.path("a"), std::ios::app) << "more";
   };
   const SyncReport report = execute();
   EXPECT_EQ(report.copied, 1u);
@@ -259,7 +277,57 @@ TEST_F(ExecutionTest, AFolderThatCannotBeMadeIsToldOnceAndItsFilesAreCounted) {
   EXPECT_EQ(source.read("d/a"), "1");
 }
 
+TEST_F(ExecutionTest, FoldersThatFailForTheSameReasonAreToldOnceOnEachSide) {
+  source.write("d/a", "1");
+  source.write("e/b", "2");
+  source.write("f/x/c", "3");
+  backup.write("g/a", "4");
+  backup.write("h/b", "5");
+  list();
+  for (const char* name : {"d", "e", "f"}) backup.write(name, "a file");
+  for (const char* name : {"g", "h"}) source.write(name, "a file");
+  questions.answers = {Answer::Ok, Answer::Ok};
+  EXPECT_EQ(execute().notCopied.size(), 5u);
+  EXPECT_EQ(questions.boxes.size(), 2u);
+  EXPECT_EQ(progress.lines.size(), 6u) << "each is traced, and then the sum";
+}
+
 #ifndef TAVROLLO_WITHOUT_POSIX  // they make links, pipes and closed folders
+TEST_F(ExecutionTest, AWriteProtectedBackupIsToldInOneBox) {
+  for (const char* name : {"d/a", "d/x/a", "d/y/a", "e/a", "f/x/a"}) source.write(name, "");
+  list();
+  ::chmod(backup.path().c_str(), 0555);
+  questions.answers = {Answer::Ok};
+  EXPECT_EQ(inChildWithoutRights([&] {
+              const SyncReport report = execute();
+              return report.notCopied.size() == 5 && questions.boxes.size() == 1 &&
+                             questions.boxes[0].text ==
+                                 u"Erreur dans CreateSubDir\nPermission refusée"
+                         ? 0
+                         : 1;
+            }),
+            0);
+}
+
+TEST_F(ExecutionTest, AFolderIsToldOnceWhateverKeepsItAndWhatIsBelowItFromBeingMade) {
+  source.write("d/a", "1");
+  source.write("d/x/b", "2");
+  source.write("e/c", "3");
+  source.write("f/d", "4");
+  list();
+  backup.write("d", "a file");
+  progress.whileCopying = [this](std::size_t row, std::uint64_t) {
+    if (row == 1) std::filesystem::remove_all(backup.path());
+  };
+  questions.answers = {Answer::Ok, Answer::Ok};
+  const SyncReport report = execute();
+  ASSERT_EQ(report.notCopied.size(), 4u);
+  const Text begin = u"Erreur dans CreateSubDir\n";
+  ASSERT_EQ(questions.boxes.size(), 2u) << "for d, then for e, which fails for another reason";
+  EXPECT_EQ(questions.boxes[0].text, begin + u"Chemin d'accès introuvable");
+  EXPECT_EQ(questions.boxes[1].text, begin + u"Fichier introuvable");
+}
+
 TEST_F(ExecutionTest, AReadOnlyBackupKeepsItsFiles) {
   setTime(source.write("a", "new"), kNew);
   setTime(backup.write("a", "old"), kOld);

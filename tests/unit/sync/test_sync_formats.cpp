@@ -179,6 +179,38 @@ TEST_P(SyncSticks, NamesThatTheStickDoesNotTakeAreCountedAndTheRestGoesOn) {
   EXPECT_EQ(differencesOf(source, backup), (Lines{"0 a? -", "0 d:/b -", "0 d:/c -"}));
 }
 
+TEST_P(SyncSticks, NamesThatTheStickWouldCutAreCountedAndTheRestGoesOn) {
+  if (!mount()) GTEST_SKIP() << kNoDriver;
+  source.write("a.", "1");
+  source.write("d./b", "2");
+  source.write("d/b", "3");
+  source.write("e.f", "4");
+  source.write("f../x/b", "5");
+  questions.answers = {Answer::Ok};
+  const SyncReport report = synchronise();
+  EXPECT_EQ(report.copied, 2u);
+  EXPECT_EQ(report.notCopied.size(), 3u);
+  for (const NotCopied& failed : report.notCopied) EXPECT_EQ(failed.failure.number, 75);
+  EXPECT_EQ(backup.read("d/b"), "3");
+  EXPECT_EQ(backup.read("e.f"), "4");
+  EXPECT_EQ(backup.entries(), 2u);
+  EXPECT_EQ(differencesOf(source, backup), (Lines{"0 a. -", "0 d./b -", "0 f../x/b -"}));
+}
+
+// The system numbers a stick's files anew when they have fallen out of memory.
+TEST_P(SyncSticks, AFileOfTheStickThatHasAnotherNumberIsTheSame) {
+  if (!mount()) GTEST_SKIP() << kNoDriver;
+  setTime(backup.write("a", "same"), kNew);
+  setTime(backup.write("b", "same"), kNew);
+  list(source.text(), backup.text());
+  progress.whileCopying = [this](std::size_t row, std::uint64_t bytes) {
+    if (row == 1 && bytes == 0) std::filesystem::rename(backup.path("b"), backup.path("a"));
+  };
+  const SyncReport report = execute();
+  EXPECT_EQ(report.copied, 1u);
+  EXPECT_EQ(source.read("a"), "same");
+}
+
 INSTANTIATE_TEST_SUITE_P(Formats, SyncSticks, ::testing::Values("vfat", "exfat"), nameOfFormat);
 
 // --- Clones -------------------------------------------------------------------------------------

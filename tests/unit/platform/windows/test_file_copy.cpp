@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <chrono>
+#include <thread>
+
 #include "WindowsSupport.h"
 #include "platform/FileCopy.h"
 #include "platform/windows/CopyNames.h"
+#include "platform/windows/SystemError.h"
 
 namespace {
 
@@ -241,6 +245,46 @@ TEST(CopyLeftover, NamesOfOtherKindsAreNone) {
                               L".tavrollo-copie-1-1-1-1.tmp", L"tavrollo-copie-1-1-1.tmp"}) {
     EXPECT_FALSE(isCopyLeftover(name)) << toUtf8(fromWide(name));
   }
+}
+
+TEST_F(FileCopyTest, WhoSoonLetsGoOfTheOldFileDoesNotKeepItFromBeingReplaced) {
+  source.write("a", "new");
+  target.write("a", "old");
+  setTime(target.text("a"), kOld);
+  FileCopyBatch batch(fromTree, toTree);
+  bool stopped = false;
+  ASSERT_FALSE(batch.add(job("a"), 0, goOn, stopped));
+  Handle reader = openAs(target.text("a"), GENERIC_READ, FILE_SHARE_READ);
+  ASSERT_TRUE(reader.isOpen());
+  std::thread letsGo([&reader] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    reader.close();
+  });
+  const std::vector<FileCopyResult> results = batch.commit(wait);
+  letsGo.join();
+  EXPECT_EQ(results[0].failure, Failure());
+  EXPECT_EQ(target.read("a"), "new");
+  EXPECT_EQ(target.entries(), 1u);
+}
+
+TEST_F(FileCopyTest, WhileAnOldFileIsWaitedForTheWindowIsGivenItsTurn) {
+  source.write("a", "new");
+  target.write("a", "old");
+  setTime(target.text("a"), kOld);
+  FileCopyBatch batch(fromTree, toTree);
+  bool stopped = false;
+  ASSERT_FALSE(batch.add(job("a"), 0, goOn, stopped));
+  const Handle selfish = openAs(target.text("a"), GENERIC_READ, FILE_SHARE_READ);
+  int turns = 0;
+  EXPECT_EQ(batch.commit([&turns] { ++turns; })[0].failure.number, 70);
+  EXPECT_GE(turns, 10);
+  EXPECT_EQ(target.read("a"), "old");
+  EXPECT_EQ(target.entries(), 1u);
+}
+
+TEST(SystemError, AFileThatIsTooLargeForTheDiskIsTold) {
+  EXPECT_EQ(failureFromSystem(ERROR_FILE_TOO_LARGE),
+            (Failure{75, u"Fichier trop volumineux pour ce disque"}));
 }
 
 }  // namespace
