@@ -72,7 +72,7 @@ Finding configFinding(const Facts& facts) {
       u"Ouvrez « Paramètres » dans le menu de Tavrollo, vérifiez-les et cliquez sur « OK ».");
 }
 
-// Of several ways to choose another store, the one that stands open while the menu is locked.
+// The menu stays locked while no page gets through: there is a way without it.
 Text chooseStore(const Facts& facts, const Text& what) {
   return u"Choisissez " + what +
          u" dans « Paramètres », page « Navigateur ». Si le menu « Tavrollo » est grisé, quittez "
