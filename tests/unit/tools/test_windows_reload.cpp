@@ -20,10 +20,7 @@ class ReloadTest : public ::testing::Test {
     return waitUntil([this] { return somethingAt(scratch.text("ready")); });
   }
 
-  std::string startedArguments() {
-    EXPECT_TRUE(waitUntil([this] { return somethingAt(scratch.text("started")); }));
-    return scratch.read("started");
-  }
+  std::string startedArguments() { return bytesOnceReadable(scratch.text("started")); }
   bool didStart() { return somethingAt(scratch.text("started")); }
 
   Scratch scratch;
@@ -73,8 +70,7 @@ TEST_F(ReloadTest, TheShellPassesTheProgramsRequestOn) {
                         scratch.text("my é folder/reload.exe")));
   const auto shell = makeShell([](const Text&) {});
   EXPECT_FALSE(shell->ShellExecute(relaunchRequest(other)));
-  EXPECT_TRUE(waitUntil([this] { return somethingAt(scratch.text("my é folder/started")); }));
-  EXPECT_EQ(scratch.read("my é folder/started"), "");
+  EXPECT_EQ(bytesOnceReadable(scratch.text("my é folder/started")), "");
 }
 
 TEST_F(ReloadTest, WrongUsageIsToldByTheStatus) {

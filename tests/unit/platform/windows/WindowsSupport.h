@@ -88,6 +88,14 @@ inline Handle openAs(const Text& path, DWORD access, DWORD share) {
       ::CreateFileW(longPath(path).c_str(), access, share, nullptr, OPEN_EXISTING, 0, nullptr));
 }
 
+// What another program wrote, as soon as it may be read: whoever renames a file keeps it to itself
+// for a moment after the name has appeared.
+inline std::string bytesOnceReadable(const Text& path) {
+  constexpr DWORD kShare = FILE_SHARE_READ | FILE_SHARE_WRITE;
+  EXPECT_TRUE(waitUntil([&] { return openAs(path, GENERIC_READ, kShare).isOpen(); }));
+  return bytesOf(path);
+}
+
 inline DWORD attributesOf(const Text& path) { return ::GetFileAttributesW(longPath(path).c_str()); }
 
 inline void setAttributes(const Text& path, DWORD attributes) {

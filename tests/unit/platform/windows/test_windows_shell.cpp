@@ -11,11 +11,8 @@ constexpr const char* kMayNotRegister = "only an administrator may register a wo
 class WindowsShellTest : public ::testing::Test {
  protected:
   // What the helper wrote down: its arguments, and its window's state and folder.
-  std::string arguments() {
-    EXPECT_TRUE(waitUntil([this] { return somethingAt(scratch.text("started")); }));
-    return scratch.read("started");
-  }
-  std::string how() { return scratch.read("how"); }
+  std::string arguments() { return bytesOnceReadable(scratch.text("started")); }
+  std::string how() { return bytesOnceReadable(scratch.text("how")); }
 
   Scratch scratch;
   const Text program = helperAs(scratch, "Tavrollo.exe");
