@@ -24,7 +24,7 @@ testing_packages=(
   python3-pil zbar-tools 'libzxing-dev|libzxingcore-dev' poppler-utils fontconfig
   dosfstools exfatprogs exfat-fuse btrfs-progs xfsprogs desktop-file-utils appstream man-db lintian
   at-spi2-core python3-gi gir1.2-glib-2.0
-  clang 'libclang-rt-dev|libclang-rt-14-dev')
+  clang lld 'libclang-rt-dev|libclang-rt-14-dev')
 
 # The program for Windows, cross-compiled and run under Wine.
 windows_packages=(g++-mingw-w64-x86-64-posix googletest wine64 wine)
