@@ -10,6 +10,7 @@
 #include "config/ShortcutStore.h"
 #include "platform/Files.h"
 #include "text/Numbers.h"
+#include "text/Split.h"
 
 namespace {
 
@@ -40,6 +41,8 @@ bool StartUp::InitVar() {
   prepareForReading(settings, companion.programFolder);
   if (!readSettings()) {
     if (to_.questions.ask(configUnreadableBox()) == Answer::No) return false;
+    // What was read may name another table by now, which the search's outcome would write over.
+    if (companion.shortcuts.wasLoaded() && !loadTable()) return false;
     to_.host.searchCookieStore();
     return true;
   }
@@ -78,6 +81,7 @@ bool StartUp::readSettings() {
   Settings& settings = to_.companion.settings;
   const auto shortcutPathRead = [this] { checkShortcutPath(); };
   const bool whole = readConfig(bytes, to_.companion.locale, settings, shortcutPathRead);
+  settings.cookiesPath = trim(settings.cookiesPath);
 
   if (settings.pollInterval <= 0) {
     to_.companion.trace.log(u"config.cfg : temporisation de " +
@@ -90,6 +94,7 @@ bool StartUp::readSettings() {
 
 void StartUp::checkShortcutPath() {
   Settings& settings = to_.companion.settings;
+  settings.shortcutPath = trim(settings.shortcutPath);
   if (FileExists(settings.shortcutPath)) return;
   settings.shortcutPath = defaultShortcutPath(to_.companion.programFolder);
   to_.questions.ask(shortcutPathInvalidBox(settings.shortcutPath));

@@ -27,14 +27,14 @@ bool isSettled(const StoreStamp& stamp, std::int64_t now) {
   return age < -kLongestReading || age >= CookieStoreReader::kYoung;
 }
 
-bool lostCommits(const StoreImage& image, const std::optional<StoreReading>& earlier) {
-  if (!earlier || !earlier->stamp.store || !image.stamp().store) return false;
-  if (earlier->stamp.store->inode != image.stamp().store->inode) return false;
-  const bool lostItsHeader = !image.isSqlite() && earlier->log.pageCount() != 0;
-  return lostItsHeader || image.log().wentBackSince(earlier->log);
+// What the same store has lost since it was read, which would bring other commands to light.
+Failure damageSince(const std::optional<StoreReading>& earlier, const StoreImage& image) {
+  if (!earlier || !earlier->stamp.store || !image.stamp().store) return {};
+  if (earlier->stamp.store->inode != image.stamp().store->inode) return {};
+  if (earlier->isSqlite && !image.isSqlite()) return {57, u"Fichier des cookies endommagé"};
+  if (image.log().wentBackSince(earlier->log)) return {57, u"Journal des cookies endommagé"};
+  return {};
 }
-
-Failure damagedLog() { return {57, u"Journal des cookies endommagé"}; }
 
 ScanResult failedBeforeScan(Failure failure) {
   ScanResult result;
@@ -55,12 +55,14 @@ std::optional<StoreReading> readStore(const Text& storePath, std::int32_t offset
     ScanResult scan;
     if (Failure failure = image.open(storePath)) {
       scan = failedBeforeScan(failure);
-    } else if (lostCommits(image, earlier)) {
-      scan = failedBeforeScan(damagedLog());
+    } else if (Failure damage = damageSince(earlier, image)) {
+      scan = failedBeforeScan(damage);
     } else {
       scan = scanStore(image, offset, hosts, yield);
     }
-    if (image.unchanged()) return StoreReading{std::move(scan), image.stamp(), image.log()};
+    if (image.unchanged()) {
+      return StoreReading{std::move(scan), image.stamp(), image.log(), image.isSqlite()};
+    }
   }
   return std::nullopt;
 }

@@ -15,11 +15,13 @@ struct StoreReading {
   ScanResult scan;
   StoreStamp stamp;
   WriteAheadLog log;
+  bool isSqlite;
 };
 
 // Opens the store and scans it, again when the browser wrote meanwhile: at most three times, then
-// nothing. `earlier` is the last good reading, if any: when the same store has lost its header or
-// its log commits since, older commands would come to light, so that is a failure.
+// nothing. `earlier` is the last good reading, if any: when the same store has lost its header
+// since, strangers' commands would come to light, and older ones when its log has lost commits; so
+// both are failures.
 std::optional<StoreReading> readStore(const Text& storePath, std::int32_t offset,
                                       const AllowedHosts& hosts,
                                       const std::optional<StoreReading>& earlier,

@@ -56,6 +56,7 @@ void CookieWatcher::noteStoreTime() {
 
 void CookieWatcher::primeLastCommand() {
   primedStore_ = settings_.cookiesPath;
+  primed_ = false;  // also when reading fails halfway
   lastCommandCookie_ = reader_.Extract(settings_.cookiesPath);
   primed_ = reader_.readTheStore();
 }
@@ -68,11 +69,11 @@ void CookieWatcher::tick() {
   const Text storeTime = storeTimeText(storeStamp(settings_.cookiesPath));
   if (storeTime == lastStoreTime_) return;
   const TimerOff off(host_);
-  lastStoreTime_ = storeTime;
-  look();
+  lastStoreTime_ = Text(kLookAgain);  // until it was looked at: a failure must not hide a command
+  look(storeTime);
 }
 
-void CookieWatcher::look() {
+void CookieWatcher::look(const Text& storeTime) {
   if (primedStore_ && *primedStore_ != settings_.cookiesPath) {
     primedStore_ = settings_.cookiesPath;
     primed_ = false;
@@ -84,10 +85,9 @@ void CookieWatcher::look() {
   }
   if (value.empty()) {
     trace_.log(u"CookieValue est nul");
-    lastStoreTime_ = Text(kLookAgain);
     return;
   }
-  if (!reader_.sawSettledStore()) lastStoreTime_ = Text(kLookAgain);
+  if (reader_.sawSettledStore()) lastStoreTime_ = storeTime;
   if (value != lastCommandCookie_) handle(value);
 }
 
@@ -124,10 +124,13 @@ void CookieWatcher::prepare(std::vector<Text>& fields) const {
   if (fields.size() < 2) return;
 
   Text& argument = fields[1];
-  if (argument.starts_with(kUserDataPrefix)) {
-    // The root is real text: as byte text its accents survive the decoding that is still to come.
-    const Text root = webApplicationRoot(settings_.shortcutPath);
-    argument.replace(0, kUpToRoot, EncodeDecodeUtf8::encode(root));
-  }
-  if (fields[0] != u"createlink") argument = EncodeDecodeUtf8::decode(argument);
+  const bool decodesItself = fields[0] == u"createlink";
+  const bool belowRoot = argument.starts_with(kUserDataPrefix);
+  if (belowRoot) argument.erase(0, kUpToRoot);
+  if (!decodesItself) argument = EncodeDecodeUtf8::decode(argument);
+  if (!belowRoot) return;
+
+  // The root is real text: as byte text its accents survive the decoding that is still to come.
+  const Text root = webApplicationRoot(settings_.shortcutPath);
+  argument.insert(0, decodesItself ? EncodeDecodeUtf8::encode(root) : root);
 }

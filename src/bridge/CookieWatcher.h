@@ -40,7 +40,7 @@ class CookieWatcher {
   void tick();
 
  private:
-  void look();
+  void look(const Text& storeTime);
   void handle(const Text& value);
   void traceValue(const Text& value);
   void prepare(std::vector<Text>& fields) const;

@@ -6,6 +6,7 @@
 #include "config/ShortcutStore.h"
 #include "platform/Files.h"
 #include "text/Numbers.h"
+#include "text/Split.h"
 
 Applied applyOptions(const OptionsEntries& entries, const OptionsTarget& target) {
   if (!FileExists(entries.cookiesPath)) {
@@ -17,7 +18,7 @@ Applied applyOptions(const OptionsEntries& entries, const OptionsTarget& target)
   settings.pollInterval =
       toInt32(entries.pollInterval, target.locale).value_or(settings.pollInterval);
   target.setInterval(settings.pollInterval);
-  settings.cookiesPath = entries.cookiesPath;
+  settings.cookiesPath = trim(entries.cookiesPath);
   settings.browser = entries.browser.value_or(settings.browser);
 
   RecConfig(target.programFolder, settings, target.locale, target.questions);

@@ -19,6 +19,16 @@ bool readTable(const Text& path, ShortcutTable& table, const LocaleData& locale)
   return parseShortcuts(bytes, table, locale);
 }
 
+// False, and the reason is shown, when there is a file at the table's place and no copy of it could
+// be made: it is all that the user has.
+bool backUpWhatStands(const Settings& settings, const Text& programFolder, Questions& questions) {
+  if (!somethingAt(settings.shortcutPath)) return true;
+  const Failure failure = backUpShortcuts(settings, programFolder);
+  if (!failure) return true;
+  questions.ask(errorBox(u"backUpShortcuts", failure.description));
+  return false;
+}
+
 }  // namespace
 
 Text defaultShortcutPath(const Text& programFolder) {
@@ -45,7 +55,10 @@ ShortcutLoad loadShortcuts(Settings& settings, ShortcutTable& table, const Text&
     questions.ask(shortcutsMissingBox());
     return ShortcutLoad::Ended;
   }
-  if (somethingAt(settings.shortcutPath)) backUpShortcuts(settings, programFolder);
+  if (!backUpWhatStands(settings, programFolder, questions)) {
+    questions.ask(shortcutsMissingBox());
+    return ShortcutLoad::Ended;
+  }
   table.load(kFirstFreeId, {{u"000000001", u"ligne init", u"locfile:///C:/essai.txt"}});
   RecShortQrCode(settings, table, questions);
   return ShortcutLoad::Created;

@@ -12,7 +12,8 @@
 enum class ShortcutLoad {
   Loaded,   // the table holds what the file held
   Created,  // there was no usable file; the user wanted a new table and has it
-  Ended,    // there was none and the user wanted none: the program is to end
+  Ended,    // there was none and the user wanted none, or what stands there could not be backed up:
+            // the program is to end
 };
 
 // Where the table stands when the settings name no other place.

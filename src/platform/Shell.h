@@ -27,6 +27,9 @@ enum class CommandKind {
 // `word` as one word of ShellRequest::parameters: bare when nothing in it needs quoting.
 Text parameterWord(const Text& word);
 
+// The same for a word that names a file: no program takes it for an option.
+Text fileWord(const Text& fileName);
+
 class Shell {
  public:
   virtual ~Shell() = default;

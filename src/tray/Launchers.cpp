@@ -48,7 +48,7 @@ std::optional<Text> userLauncher(const Text& programFolder, TextView key,
 }
 
 Text withArgument(const Text& commandLine, const Text& path) {
-  return commandLine + u" " + parameterWord(path);
+  return commandLine + u" " + fileWord(path);
 }
 
 CommandKind LauncherShell::commandKind(TextView command) const {

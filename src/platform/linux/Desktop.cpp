@@ -11,6 +11,8 @@
 
 Text parameterWord(const Text& word) { return quoteWord(word); }
 
+Text fileWord(const Text& fileName) { return quoteWord(guardDash(fileName)); }
+
 std::unique_ptr<Shell> makeShell(std::function<void(const Text&)> trace) {
   return std::make_unique<LinuxShell>(std::move(trace));
 }

@@ -9,6 +9,8 @@
 
 Text parameterWord(const Text& word) { return fromWide(quotedWord(wide(word))); }
 
+Text fileWord(const Text& fileName) { return parameterWord(fileName); }
+
 std::unique_ptr<Shell> makeShell(std::function<void(const Text&)> trace) {
   return std::make_unique<WindowsShell>(std::move(trace));
 }

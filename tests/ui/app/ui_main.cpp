@@ -49,12 +49,16 @@ class SlowQuestions : public ScriptedQuestions {
  public:
   using ScriptedQuestions::ScriptedQuestions;
   Answer ask(const Box& box) override {
-    if (box == noTrayBox()) return Answer::Ok;  // the test's screen has none, which is no news
+    if (box == noTrayBox()) {  // the test's screen has none: no question of the test's
+      ++missingTrays;
+      return Answer::Ok;
+    }
     const Answer answer = ScriptedQuestions::ask(box);
     if (whileOpen) waitUntil(whileOpen);
     return answer;
   }
   std::function<bool()> whileOpen;
+  int missingTrays = 0;
 };
 
 class frmMainTest : public testing::Test {
@@ -125,6 +129,10 @@ class frmMainTest : public testing::Test {
     }
     throw std::runtime_error(std::string("no entry called ") + name);
   }
+
+  // For an end that comes behind new windows: the toolkit's threads are not there after a fork. The
+  // test starts anew in that process.
+  static void endInAProcessOfItsOwn() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
 
   Scratch folder;
   Journal journal;
@@ -794,6 +802,75 @@ TEST_F(frmMainTest, TheOpenMenuFollowsThePages) {
   menu->close();
 }
 
+TEST_F(frmMainTest, AFailureInATickIsTracedAndTheNextCommandIsRun) {
+  start();
+  shell.throws = "panne";
+  give("shellexe_|_/a_|_");
+  ASSERT_TRUE(
+      waitUntil([this] { return companion.trace.text().find(u"\r\nerreur panne") != Text::npos; }));
+  shell.throws.clear();
+  give("notepad_|_/b_|_");
+  EXPECT_TRUE(comes("start notepad /b"));
+}
+
+TEST_F(frmMainTest, TheWindowsLiveWhileALongStoreIsSearched) {
+  start();
+  int turns = 0;
+  QTimer other;  // of any window
+  QObject::connect(&other, &QTimer::timeout, [&] { turns += watching() ? 0 : 1; });
+  other.start(0);
+  folder.write("cookies.sqlite", std::string(std::size_t{4} << 20, 'x'));
+  EXPECT_TRUE(waitUntil([&] { return turns > 1; }));
+}
+
+TEST_F(frmMainTest, NoToUnreadableSettingsEndsTheProgramAtTheStart) {
+  folder.write("config.cfg", "du bruit");
+  questions.answers = {Answer::No};
+  main = std::make_unique<frmMain>(companion, shell, questions, browser);
+  EXPECT_FALSE(main->Form_Load(true));
+}
+
+TEST_F(frmMainTest, NoToUnreadableSettingsEndsTheProgramBehindTheOptionsToo) {
+  endInAProcessOfItsOwn();
+  start();
+  entry("MenuParam").trigger();
+  std::filesystem::remove(folder.path("config.cfg"));
+  questions.answers = {Answer::No};
+  QWidget& options = *window("frmOptions");
+  EXPECT_EXIT(control<QAbstractButton>(options, "cmdCancel").click(), testing::ExitedWithCode(0),
+              "");
+}
+
+TEST_F(frmMainTest, RefusingANewTableEndsTheProgramBehindTheSearchToo) {
+  endInAProcessOfItsOwn();
+  folder.write("config.cfg", "du bruit");
+  folder.write("home/.mozilla/firefox/a/cookies.sqlite", "x");
+  std::filesystem::remove(folder.path("nav/res_css/js/shortQrCode.js"));
+  liveInTheFolder();
+  questions.answers = {Answer::Yes, Answer::Ok, Answer::No, Answer::Ok};
+  main = std::make_unique<frmMain>(companion, shell, questions, browser);
+  EXPECT_EXIT(main->Form_Load(true), testing::ExitedWithCode(0), "");
+}
+
+TEST_F(frmMainTest, RefusingANewTableEndsTheProgramBehindARestoreToo) {
+  endInAProcessOfItsOwn();
+  folder.makeFolders("nav/user_datas");
+  folder.write("stick/shortQrCode.js", "du bruit");
+  start();
+  const std::filesystem::path live(folder.path("nav/res_css/js/shortQrCode.js"));
+  std::filesystem::last_write_time(live,
+                                   std::filesystem::last_write_time(live) - std::chrono::hours(1));
+  companion.settings.backupPath = folder.text("stick");
+  main->lockMenus(false);
+  questions.answers = {Answer::Ok};
+  entry("MenuSynchro").trigger();
+  QWidget& synchro = *window("frmSynchro");
+  control<QAbstractButton>(synchro, "cmdCompare").click();
+  questions.answers = {Answer::No, Answer::Ok};
+  EXPECT_EXIT(control<QAbstractButton>(synchro, "cmdSynchro").click(), testing::ExitedWithCode(0),
+              "");
+}
+
 TEST_F(frmMainTest, AFailureInAHandlerBecomesABox) {
   start();
   questions.answers = {Answer::Ok};
@@ -806,6 +883,7 @@ TEST_F(frmMainTest, AFailureInAHandlerBecomesABox) {
 TEST_F(frmMainTest, ATrayThatComesLateGetsTheIconAndTheWindowGoes) {
   start();
   ASSERT_TRUE(waitUntil([] { return window("MenuWindow") != nullptr; }, 10000));
+  EXPECT_EQ(questions.missingTrays, 1);
   const Trayer trayer;
   ASSERT_TRUE(waitUntil(trayManagerStands));
   ASSERT_TRUE(waitUntil([] { return window("MenuWindow") == nullptr; }, 10000));
@@ -818,11 +896,11 @@ TEST_F(frmMainTest, ATrayThatComesLateGetsTheIconAndTheWindowGoes) {
   give("notepad_|_/a_|_");
   ASSERT_TRUE(comes("start notepad /a"));
   EXPECT_TRUE(timer("TimerIcon").isActive());
+  EXPECT_EQ(questions.missingTrays, 1);
 }
 
-// A process of its own starts anew for the end: icons and screen are not to be shared with it.
 TEST_F(frmMainTest, QuittingTakesTheIconOutOfTheTray) {
-  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  endInAProcessOfItsOwn();
   // A tray of that process's own would outlive it.
   std::optional<Trayer> trayer;
   if (!trayManagerStands()) trayer.emplace();

@@ -21,6 +21,7 @@
 #include "config/frmOptions.h"
 #include "config/modGetOsVersion.h"
 #include "config/qt/ShortcutGridModel.h"
+#include "platform/Files.h"
 #include "platform/qt/Centre.h"
 #include "platform/qt/QtText.h"
 #include "support/Doubles.h"
@@ -681,6 +682,17 @@ TEST_F(Options, CancelReadsTheSettingsAgainAndKeepsTheGrid) {
   EXPECT_EQ(journal, Journal({"pump", "InitVar"}));
   EXPECT_FALSE(window->isVisible());
   EXPECT_EQ(table.rows().size(), 2u);
+}
+
+TEST_F(Options, TheTablesFileIsWrittenByApplyAlone) {
+  open();
+  selectRow(2);
+  type("txtNameQrCode", "autre");
+  type("txtQrCode", "web44");
+  click("cmdDel");
+  EXPECT_FALSE(somethingAt(settings.shortcutPath));
+  click("cmdOk");
+  EXPECT_EQ(scratch.read("nav/res_css/js/shortQrCode.js"), shortcutBytes(table));
 }
 
 TEST_F(Options, EscapeAndTheTitleBarAreCancel) {

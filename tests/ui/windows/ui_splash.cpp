@@ -133,6 +133,27 @@ TEST(SplashShow, FadesInFrom8To253AndStaysThere) {
   }
 }
 
+// How opaque a splash is at the moment in which it comes on the screen.
+class OpacityWhenShown : public QObject {
+ public:
+  std::vector<int> seen;
+
+ protected:
+  bool eventFilter(QObject* object, QEvent* event) override {
+    auto* splash = qobject_cast<frmSplash*>(object);
+    if (splash && event->type() == QEvent::Show) seen.push_back(alphaOf(*splash));
+    return false;
+  }
+};
+
+TEST(SplashShow, NeverFlashesFullyOpaque) {
+  OpacityWhenShown opacity;
+  QApplication::instance()->installEventFilter(&opacity);
+  Show show;
+  ASSERT_TRUE(show.onScreen());
+  EXPECT_EQ(opacity.seen, std::vector<int>{8});
+}
+
 TEST(SplashShow, EndsAfterFiveSecondsAndStopsItsTimer) {
   Show show;
   const QPointer<frmSplash> splash = show.onScreen();

@@ -250,6 +250,50 @@ TEST_F(StartUpTest, ReadingAgainBeginsWithTheDefaultTableAndScales) {
   EXPECT_EQ(companion.settings.cookiesPath, cookiesPath);
 }
 
+// The search that follows writes the table in memory to where the settings say.
+TEST_F(StartUpTest, AnUnreadableConfigurationThatNamesAnotherTableLoadsThatOne) {
+  load();
+  const Text first = shortcutPath;
+  shortcutPath = scratch.text("autre/shortQrCode.js");
+  scratch.write("autre/shortQrCode.js", table("000000009", 10));
+  writeConfig();
+  const std::string whole = scratch.read("config.cfg");
+  scratch.write("config.cfg", whole.substr(0, whole.find("\n567\r") + 1));
+  questions.answers = {Answer::Yes};
+  EXPECT_TRUE(startUp.InitVar());
+  EXPECT_EQ(companion.settings.shortcutPath, shortcutPath);
+  ASSERT_EQ(companion.shortcuts.rows().size(), 1u);
+  EXPECT_EQ(companion.shortcuts.rows()[0].key, u"000000009");
+}
+
+TEST_F(StartUpTest, AnUnreadableConfigurationKeepsWhatIsUnsavedInTheSameTable) {
+  load();
+  companion.shortcuts.addRow(u"000000002\tneuf\tweb://b");
+  std::filesystem::remove(scratch.path("config.cfg"));
+  questions.answers = {Answer::Yes};
+  EXPECT_TRUE(startUp.InitVar());
+  EXPECT_EQ(companion.shortcuts.rows().size(), 2u);
+}
+
+TEST_F(StartUpTest, BlanksAroundAPathAreNoPartOfIt) {
+  cookiesPath += u"  ";
+  shortcutPath += u" ";
+  writeConfig();
+  EXPECT_TRUE(load());
+  EXPECT_EQ(companion.settings.cookiesPath, scratch.text("cookies.sqlite"));
+  EXPECT_EQ(companion.settings.shortcutPath, scratch.text("nav/res_css/js/shortQrCode.js"));
+  EXPECT_TRUE(questions.boxes.empty());
+}
+
+TEST_F(StartUpTest, ScalesAreReadInTheUsersLocale) {
+  companion.locale.decimalSeparator = u'.';
+  std::string bytes = scratch.read("config.cfg");
+  bytes.replace(bytes.find("\n567\r"), 5, "\n567.5\r");
+  scratch.write("config.cfg", bytes);
+  EXPECT_TRUE(load());
+  EXPECT_EQ(companion.settings.scaleX, 568.0);
+}
+
 TEST_F(StartUpTest, TheStoreAsItStandsCountsAsSeen) {
   scratch.write("cookies.sqlite", "xxTavr1CodeToExeshellexe_|_/vieux_|__e-o-v_");
   load();

@@ -57,6 +57,13 @@ TEST_F(CommandActionsTest, RunappStartsTheProgramWithItsParameters) {
   EXPECT_EQ(done_, (Fields{open(nativePath(u"C:\\dir\\x.exe"), u"/a b/c"), open(u"x", u"")}));
 }
 
+TEST_F(CommandActionsTest, BothSeparatorsAreReadAsTheSystemsOwn) {
+  const Text written = u"dir\\a/b";
+  const Text native = Text(u"dir") + nativeSeparator() + u"a" + nativeSeparator() + u"b";
+  for (const Text word : {u"notepad", u"shellexe", u"runapp"}) carryOut({word, written, u""});
+  EXPECT_EQ(done_, (Fields{u"run notepad " + native, open(native, u""), open(native, u"")}));
+}
+
 TEST_F(CommandActionsTest, RunappGivesTheProgramTheBytesThatThePageWrote) {
   carryOut({u"runapp", u"x", u"--titre \"Å“uf Ã\u00A0 la coque\""});
   EXPECT_EQ(done_, Fields{open(u"x", u"--titre \"œuf à la coque\"")});

@@ -346,6 +346,21 @@ TEST_F(CookieStoreReaderTest, AFlippedByteInTheStoreBelowTheLogNeverBringsAnOlde
   }
 }
 
+TEST_F(CookieStoreReaderTest, AStoreWithoutALogThatLosesItsHeaderIsNotScannedAsItIs) {
+  FirefoxStore store(folder_ / u"source");
+  store.setCommand("foreign", "evil.example");
+  store.database().run("PRAGMA wal_checkpoint(TRUNCATE)");
+  const std::string whole = bytesIn(folder_ / u"source");
+  for (const std::string& damaged : {"X" + whole.substr(1), whole.substr(0, 99), std::string()}) {
+    write(whole);
+    EXPECT_EQ(reader_.Extract(path()), u"");
+    write(damaged);
+    EXPECT_EQ(reader_.Extract(path()), u"");
+    EXPECT_TRUE(trace_.text().ends_with(u"\r\nerreurFichier des cookies endommagé 57 - i=0"));
+    EXPECT_EQ(reader_.Extract(path()), u"") << "refused once, then taken for a file of its own";
+  }
+}
+
 TEST_F(CookieStoreReaderTest, AnEmptiedOrRemovedLogMeansThatTheStoreHoldsEverything) {
   const Generations bytes = threeCommands(folder_);
   write(bytes.store);

@@ -226,6 +226,8 @@ TEST_F(CookieWatcherTest, AnActionThatFailsLeavesTheTimerOnAndTheWatcherReady) {
   EXPECT_EQ(events_.back(), u"timer on");
   lockThrows_ = false;
   EXPECT_EQ(tick(), Events{u"pump"});
+  put("ini_|_k_|_");
+  EXPECT_EQ(tick(), (Events{u"pump", u"timer off", u"timer on"})) << "it counts as done";
   EXPECT_EQ(doneFor("lzck_|_x_|_"), (Events{u"lock", u"handled ", u"notice "}));
 }
 
@@ -239,6 +241,24 @@ TEST_F(CookieWatcherTest, ReadingThatFailsLeavesTheTimerOnAndTheWatcherReady) {
   EXPECT_THROW(tick(), std::runtime_error);
   host_.onPump = {};
   EXPECT_EQ(doneFor("ini_|_k2_|_"), (Events{u"key k2", u"unlock", u"handled ", u"notice "}));
+}
+
+TEST_F(CookieWatcherTest, ACommandThatWasNotReadIsLookedForAtTheNextTick) {
+  put("ini_|_k_|_");
+  onRead_ = [] { throw std::runtime_error("yield"); };
+  EXPECT_THROW(tick(), std::runtime_error);
+  onRead_ = {};
+  const Events events = tick();
+  EXPECT_NE(std::find(events.begin(), events.end(), u"unlock"), events.end());
+}
+
+TEST_F(CookieWatcherTest, ALeftoverThatWasNotReadAtFirstIsNotCarriedOut) {
+  put("ini_|_old_|_");
+  onRead_ = [] { throw std::runtime_error("yield"); };
+  EXPECT_THROW(watcher_.primeLastCommand(), std::runtime_error);
+  onRead_ = {};
+  EXPECT_EQ(doneFor("ini_|_old_|_"), Events{});
+  EXPECT_EQ(doneFor("lzck_|_x_|_"), (Events{u"lock", u"handled ", u"notice "}));
 }
 
 TEST_F(CookieWatcherTest, TheLastFieldIsNotTraced) {
@@ -275,6 +295,11 @@ TEST_F(CookieWatcherTest, APathIntoTheUsersFolderIsPutUnderTheWebApplicationsRoo
     EXPECT_EQ(doneFor("notepad_|_" + row.field + "_|_").front(),
               u"run notepad " + nativePath(row.path));
   }
+  // A byte that is no UTF-8 stays what it is.
+  const Text folder = u"/h" + Text(1, char16_t{0xDCE9});
+  settings_.shortcutPath = folder + u"/res_css/js/shortQrCode.js";
+  EXPECT_EQ(doneFor("notepad_|_../../user_datas/\xC3\xA9_|_").front(),
+            u"run notepad " + nativePath(folder + u"/user_datas/é"));
   // Without the script's folder in its path there is no root.
   settings_.shortcutPath = u"/home/shortQrCode.js";
   EXPECT_EQ(doneFor("notepad_|_../../user_datas/a_|_").front(),

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/Failure.h"
+#include "support/Processes.h"
 #include "unit/bridge/StoreFolder.h"
 
 namespace {
@@ -72,6 +74,24 @@ TEST(PageKey, WritesTheValueUnescapedInTheAnsiCodePage) {
     EXPECT_EQ(bytesIn(root.scriptPath()), row.line);
   }
 }
+
+#ifndef TAVROLLO_WITHOUT_POSIX  // no user without rights
+TEST(PageKey, AScriptThatCannotBeReplacedStaysAndSaysWhy) {
+  const Root root("var ps=\"old\";\r\n");
+  using std::filesystem::perms;
+  const std::filesystem::path folder = toPath(root.scriptPath()).parent_path();
+  constexpr perms kForAll = perms::owner_exec | perms::group_exec | perms::others_exec;
+  std::filesystem::permissions(toPath(root.text()), perms::owner_all | kForAll);
+  std::filesystem::permissions(folder, perms::owner_read | kForAll);
+  EXPECT_EQ(inChildWithoutRights([&] {
+              const std::optional<Box> box = writePageKey(root.text(), u"key");
+              return box == warning(failureFromErrno(EACCES).description) ? 0 : 1;
+            }),
+            0);
+  EXPECT_EQ(bytesIn(root.scriptPath()), "var ps=\"old\";\r\n");
+  std::filesystem::permissions(folder, perms::owner_all);
+}
+#endif
 
 TEST(PageKey, AMissingScriptIsAWarning) {
   const Root root;

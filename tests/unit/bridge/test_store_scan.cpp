@@ -155,6 +155,13 @@ TEST_F(StoreScanTest, TheScanBegins256BytesBeforeTheOffset) {
   for (const auto& row : rows) EXPECT_EQ(positionIn(bytes, row.offset), row.position) << row.offset;
 }
 
+TEST_F(StoreScanTest, AnOffsetBehindTheEndCountsAsTheBeginning) {
+  const std::string bytes = with(with(blank(2000), 500, kCommand), 1900, kCommand);
+  EXPECT_EQ(positionIn(bytes, 2000), 1900);
+  EXPECT_EQ(positionIn(bytes, 2001), 500);
+  EXPECT_EQ(positionIn(bytes, 2100), 500);
+}
+
 TEST_F(StoreScanTest, TheSecondPassCoversWhatTheFirstLeftOut) {
   // A name that straddles the place where the first pass began, at each of its bytes.
   for (std::size_t behind = 0; behind <= kName.size(); ++behind) {

@@ -73,6 +73,22 @@ TEST_F(OptionsApply, APathThatIsNoReadableFileChangesNothing) {
   EXPECT_FALSE(std::filesystem::exists(scratch.path("table.js")));
 }
 
+TEST_F(OptionsApply, BlanksAroundThePathAreNoPartOfIt) {
+  entries.cookiesPath = u" " + entries.cookiesPath + u" ";
+  EXPECT_EQ(apply(), Applied::Saved);
+  EXPECT_EQ(settings.cookiesPath, scratch.text("cookies.sqlite"));
+}
+
+TEST_F(OptionsApply, NumbersAreReadAndWrittenInTheUsersLocale) {
+  locale.decimalSeparator = u'.';
+  settings.scaleX = 567.5;
+  entries.pollInterval = u"1200.4";
+  EXPECT_EQ(apply(), Applied::Saved);
+  EXPECT_EQ(settings.pollInterval, 1200);
+  EXPECT_EQ(scratch.read("config.cfg"), configBytes(settings, locale));
+  EXPECT_NE(configBytes(settings, locale), configBytes(settings, frenchLocale()));
+}
+
 TEST_F(OptionsApply, AnIntervalThatIsNoNumberAndAMissingChoiceKeepTheOldOnes) {
   entries.pollInterval = u"";
   entries.browser.reset();

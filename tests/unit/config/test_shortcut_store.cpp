@@ -115,6 +115,30 @@ TEST_F(ShortcutStore, YesForAnUnreadableTableWritesOverItWhereItStands) {
   EXPECT_EQ(load(), ShortcutLoad::Created);
   EXPECT_EQ(bytesOf(settings.shortcutPath), bytesOfTable(2, {kFirst}));
   EXPECT_EQ(table.rows(), Rows{kFirst});
+  EXPECT_EQ(folder.read("nav/res_css/js/shortQrCode_bak1.js"), "abîmé");
+}
+
+TEST_F(ShortcutStore, AnUnreadableTableThatCannotBeBackedUpStays) {
+  const Scratch elsewhere;  // no nav folder below it: there is no room for the copy
+  settings.shortcutPath = folder.text("table.js");
+  writeBytes(settings.shortcutPath, "abîmé");
+  questions.answers = {Answer::Yes, Answer::Ok, Answer::Ok};
+  EXPECT_EQ(loadShortcuts(settings, table, elsewhere.text(), frenchLocale(), questions),
+            ShortcutLoad::Ended);
+  const Failure failure = backUpShortcuts(settings, elsewhere.text());
+  EXPECT_EQ(questions.boxes,
+            (Boxes{createShortcutsBox(), errorBox(u"backUpShortcuts", failure.description),
+                   shortcutsMissingBox()}));
+  EXPECT_EQ(bytesOf(settings.shortcutPath), "abîmé");
+  EXPECT_FALSE(table.wasLoaded());
+}
+
+TEST_F(ShortcutStore, ATableElsewhereIsBackedUpBesideTheDefaultOne) {
+  settings.shortcutPath = folder.text("table.js");
+  writeBytes(settings.shortcutPath, "ailleurs");
+  writeBytes(defaultPath, "ici");
+  EXPECT_FALSE(backUpShortcuts(settings, folder.text()));
+  EXPECT_EQ(folder.read("nav/res_css/js/shortQrCode_bak1.js"), "ailleurs");
 }
 
 TEST_F(ShortcutStore, AFolderInThePlaceOfTheTableIsNoTable) {

@@ -91,6 +91,15 @@ TEST_F(LauncherShellTest, TheUsersEntryTakesThePlaceOfItsCommandAlone) {
                               "start abiword " + toUtf8(parameterWord(u"/m n.doc"))}));
 }
 
+TEST_F(LauncherShellTest, AFileIsNoOptionForTheUsersEntry) {
+  entries("notepad=gedit\n");
+  shell.startCommandLine(u"notepad -rf");
+  EXPECT_EQ(journal, Journal({"start gedit " + toUtf8(fileWord(u"-rf"))}));
+#ifndef TAVROLLO_WITHOUT_POSIX  // there options begin with a slash
+  EXPECT_EQ(fileWord(u"-rf"), u"./-rf");
+#endif
+}
+
 TEST_F(LauncherShellTest, AnEntryOfACommandThatTakesNoPathIsGivenItsWords) {
   entries("cmd=xterm -hold\ncharmap=mine\n");
   shell.startCommandLine(u"cmd.exe -e 'a b' c");
