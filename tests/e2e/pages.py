@@ -103,6 +103,16 @@ class TeacherPage:
         self._wait_visible("champOuvrir")
         return duration
 
+    def try_wrong_key(self, key):
+        """Waits until the page refuses the key; gives what it says."""
+        self._hand.fill("champCle", key)
+        self._hand.activate("boutonDeverrouiller")
+        self._page.wait_until(
+            "return document.activeElement.id === 'champCle' &&"
+            " document.activeElement.getAttribute('aria-invalid') === 'true';",
+            what="the key's refusal")
+        return self._page.text_of("messageCle")
+
     def open_document(self, path):
         self._hand.fill("champOuvrir", path)
         return self._send("boutonOuvrir")
@@ -143,6 +153,13 @@ class PupilPage:
     def open_by_button(self, key):
         self._hand.fill("champCode", key)
         return self._queue.sends(lambda: self._hand.activate("boutonCode"))
+
+    def open_from_list(self, name):
+        self._page.run(
+            "Array.from(document.querySelectorAll('#listeRaccourcis button')).find(button =>"
+            " button.querySelector('.raccourci-nom').textContent === arguments[0])"
+            ".id = 'boutonDeLaListe';", name)  # the driver's hands ask for an id
+        return self._queue.sends(lambda: self._hand.activate("boutonDeLaListe"))
 
     def scan(self, key):
         """A scanner types the key and presses Enter, into whatever has the focus."""

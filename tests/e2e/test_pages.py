@@ -58,6 +58,10 @@ class Pages(unittest.TestCase):
         self.page.wait_for_tab("start.html")
         wait_for_bridge(self.page)
 
+    def tools_are_visible(self):
+        return self.page.run(
+            "return document.getElementById('champOuvrir').getClientRects().length > 0;")
+
     def use_both_pages(self, hand_kind):
         stage, page = self.stage, self.page
         wait_for_bridge(page)
@@ -70,8 +74,10 @@ class Pages(unittest.TestCase):
         teacher = TeacherPage(page, hand)
         teacher.choose_key("sésame 7")
         teacher.lock()
-        self.assertFalse(page.run("return document.getElementById('champOuvrir')"
-                                  ".getClientRects().length > 0;"))
+        self.assertFalse(self.tools_are_visible())
+        # What is typed next takes the wrong key's place.
+        self.assertEqual(teacher.try_wrong_key("sésame 8"), "Ce n’est pas la bonne clé.")
+        self.assertFalse(self.tools_are_visible())
         teacher.unlock("sésame 7")
         teacher.open_document("user_datas/Élèves/plan d'été.pdf")
         teacher.edit_text("user_datas/notes.txt")
@@ -87,7 +93,9 @@ class Pages(unittest.TestCase):
         stage.recorder.wait_for_starts(len(expected) + 1)
         pupil.open_by_button(key)
         stage.recorder.wait_for_starts(len(expected) + 2)
-        self.assertEqual(self.started(), expected + [("document", [plan])] * 2)
+        pupil.open_from_list("Plan d'été")
+        stage.recorder.wait_for_starts(len(expected) + 3)
+        self.assertEqual(self.started(), expected + [("document", [plan])] * 3)
 
         with open(stage.companion.page_path("res_css/js/rwCookies.js"), "rb") as file:
             self.assertEqual(file.readline(), 'var ps="sésame 7";\r\n'.encode("cp1252"))

@@ -4,35 +4,21 @@ const test = require('node:test');
 const assert = require('node:assert');
 const fs = require('node:fs');
 const path = require('node:path');
-const vm = require('node:vm');
 const vue = require('../../nav/res_css/js/vueFile.js');
+const { creerMonde } = require('./navigateur.js');
 
-const NAV = path.join(__dirname, '../../nav/res_css');
-const SCRIPT = fs.readFileSync(path.join(NAV, 'js/pageEssai.js'), 'utf8');
-const REPONSE = { version: '1.0.0', intervalle: 600, heure: '21/11/2026 20:06:00' };
+const HTM = path.join(__dirname, '../../nav/res_css/htm');
+const PAGES = ['start.html', 'init_cookie.html'];
+// The page holds back while a program that just started primes itself.
+const ATTENTE = 5000;
+const SILENCE = 12000;
 
-// A page as its script sees it: elements by their ids, with the texts that stand in the file.
-function ouvrir(nom) {
-  const html = fs.readFileSync(path.join(NAV, 'htm', nom), 'utf8');
-  const elements = {};
-  Array.from(html.matchAll(/<[^>]*\sid="([^"]+)"[^>]*>/g)).forEach(([balise, id]) => {
-    const element = { textContent: '', hidden: / hidden/.test(balise), attributs: {}, dataset: {}, foyers: 0 };
-    Array.from(balise.matchAll(/data-texte-([a-z]+)="([^"]+)"/g)).forEach(([, mot, texte]) => {
-      element.dataset['texte' + mot[0].toUpperCase() + mot.slice(1)] = texte;
-    });
-    element.setAttribute = (attribut, valeur) => { element.attributs[attribut] = valeur; };
-    element.addEventListener = (_, action) => { element.clic = action; };
-    element.focus = () => { element.foyers += 1; };
-    elements[id] = element;
-  });
-  const demandes = [];
-  vm.runInNewContext(SCRIPT, {
-    document: { getElementById: (id) => elements[id] },
-    TavrolloVueFile: vue,
-    Tavrollo: { ATTENTE_AUTOMATIQUE_MS: 5000, file: { ajouter: (demande) => demandes.push(demande) } }
-  });
-  return { elements, demandes, texte: () => elements.etatTexte.textContent };
+function ouvrir(nom, reglages) {
+  const monde = creerMonde(reglages);
+  return { monde, page: monde.ouvrir('res_css/htm/' + nom) };
 }
+
+const etat = (page) => page.par('etatPont').getAttribute('data-etat');
 
 test('seconds have a decimal comma and keep their unit on the line', () => {
   [[0, '0,0\u00a0s'], [49, '0,0\u00a0s'], [750, '0,8\u00a0s'], [1240, '1,2\u00a0s'], [12000, '12,0\u00a0s']]
@@ -40,26 +26,37 @@ test('seconds have a decimal comma and keep their unit on the line', () => {
   assert.strictEqual(vue.texteEtat({ etat: 'recue', dureeMs: 1500 }), 'Reçu par Tavrollo en 1,5\u00a0s');
 });
 
+test('the page waits before it sends by itself', () => {
+  [['start.html', /^Essai envoyé/], ['init_cookie.html', /^Cookie écrit/]].forEach(([nom, envoye]) => {
+    const { monde, page } = ouvrir(nom);
+    monde.passer(ATTENTE - 100);
+    assert.deepStrictEqual(monde.envois, [], nom);
+    assert.strictEqual(etat(page), 'attente');
+    monde.passer(100);
+    assert.match(monde.envois[0].texte, /^sonde-\d+_e-o-v_$/);
+    assert.match(page.texte('etatTexte'), envoye);
+    assert.strictEqual(page.visible('boutonReessayer'), false);
+  });
+});
+
 test('the announced sentence tells how long the round trip took', () => {
-  [['start.html', 'Le pont fonctionne\u00a0: Tavrollo a répondu en 0,8\u00a0s.'],
-    ['init_cookie.html', 'Tavrollo a vu le premier cookie en 0,8\u00a0s\u00a0: tout est prêt.']]
+  [['start.html', 'Le pont fonctionne\u00a0: Tavrollo a répondu en 0,9\u00a0s.'],
+    ['init_cookie.html', 'Tavrollo a vu le premier cookie en 0,9\u00a0s\u00a0: tout est prêt.']]
     .forEach(([nom, phrase]) => {
-      const page = ouvrir(nom);
-      assert.strictEqual(page.demandes[0].delaiMs, 5000, nom);
-      page.demandes[0].surChange({ etat: 'recue', dureeMs: 812, reponse: REPONSE });
-      assert.strictEqual(page.texte(), phrase);
-      assert.strictEqual(page.elements.etatPont.attributs['data-etat'], 'marche');
-      assert.strictEqual(page.elements.mesureDuree.textContent, '0,8\u00a0s');
-      assert.strictEqual(page.elements.mesureIntervalle.textContent, '0,6\u00a0s');
-      assert.strictEqual(page.elements.mesureVersion.textContent, '1.0.0');
-      assert.strictEqual(page.elements.mesures.hidden, false);
-      assert.strictEqual(page.elements.secours.hidden, true);
+      const { monde, page } = ouvrir(nom);
+      monde.passer(ATTENTE + 2000);
+      assert.strictEqual(etat(page), 'marche');
+      [['etatTexte', phrase], ['mesureDuree', '0,9\u00a0s'], ['mesureIntervalle', '1,0\u00a0s'], ['mesureVersion', '1.0.0'],
+        ['mesureHeure', '21/11/2026 11:02:03']]
+        .forEach(([id, texte]) => assert.strictEqual(page.par(id).textContent, texte));
+      assert.strictEqual(page.visible('mesures'), true);
+      assert.strictEqual(page.visible('secours'), false);
     });
 });
 
 test('the state is announced politely', () => {
-  ['start.html', 'init_cookie.html'].forEach((nom) => {
-    const html = fs.readFileSync(path.join(NAV, 'htm', nom), 'utf8');
+  PAGES.forEach((nom) => {
+    const html = fs.readFileSync(path.join(HTM, nom), 'utf8');
     const region = html.match(/<div[^>]*id="etatPont"[^>]*>([\s\S]*?)<\/div>/);
     assert.match(region[0], /role="status" aria-live="polite"/, nom);
     assert.match(region[1], /id="etatTexte"/, nom);
@@ -67,15 +64,25 @@ test('the state is announced politely', () => {
 });
 
 test('without an answer the page tells no time, says what to do, and tries again on demand', () => {
-  const page = ouvrir('start.html');
-  page.demandes[0].surChange({ etat: 'envoyee' });
-  assert.match(page.texte(), /^Essai envoyé/);
-  page.demandes[0].surChange({ etat: 'muette', raison: 'pas de cookie' });
-  assert.strictEqual(page.texte(), 'Pas de réponse de Tavrollo.');
-  assert.strictEqual(page.elements.raisonMuette.textContent, 'Cause\u00a0: pas de cookie');
-  assert.strictEqual(page.elements.mesures.hidden, true);
-  assert.strictEqual(page.elements.secours.hidden, false);
-  page.elements.boutonReessayer.clic();
-  assert.strictEqual(page.demandes[1].delaiMs, 0);
-  assert.strictEqual(page.elements.etatPont.foyers, 1);
+  const { monde, page } = ouvrir('start.html', { repond: false });
+  monde.passer(ATTENTE + SILENCE);
+  assert.strictEqual(etat(page), 'muet');
+  assert.strictEqual(page.texte('etatTexte'), 'Pas de réponse de Tavrollo.');
+  assert.strictEqual(page.visible('raisonMuette'), false);
+  assert.strictEqual(page.visible('mesures'), false);
+  assert.strictEqual(page.visible('secours'), true);
+  monde.repond = true;
+  page.cliquer('boutonReessayer');
+  assert.strictEqual(monde.envois.length, 2);
+  assert.strictEqual(page.foyer(), 'etatPont');
+  monde.passer(2000);
+  assert.strictEqual(etat(page), 'marche');
+});
+
+test('a browser that keeps no cookie is told as the cause', () => {
+  const { monde, page } = ouvrir('init_cookie.html', { cookies: false });
+  monde.passer(ATTENTE + 100);
+  assert.strictEqual(etat(page), 'muet');
+  assert.match(page.texte('raisonMuette'), /^Cause : ce navigateur ne garde pas de cookie/);
+  assert.strictEqual(page.visible('raisonMuette'), true);
 });

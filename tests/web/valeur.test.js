@@ -56,6 +56,9 @@ test('ends that would melt with the separator or the end marker are refused', ()
   assert.match(bati('notepad', ['a_|']).erreur, /séparateur/);
   assert.match(bati('notepad', ['a_e-o-v']).erreur, /marque de fin/);
   assert.match(bati('runapp', ['a_|', '']).erreur, /séparateur/);
+  assert.match(bati('runapp', ['a', 'b_|']).erreur, /séparateur/);
+  // The separator in front has the first character of an end marker.
+  assert.match(bati('notepad', ['e-o-v']).erreur, /marque de fin/);
 });
 
 test('the longest accepted value is 256 bytes before the end marker', () => {
@@ -74,6 +77,14 @@ test('empty and missing fields are refused', () => {
   assert.match(bati('toString', ['x']).erreur, /n’existe pas/);
 });
 
+test('a refusal tells which field is at fault, of one that is too long the longest', () => {
+  const long = 'x'.repeat(200);
+  [[['a;b', 'c'], 0], [['a', 'b;c'], 1], [['a', 'b_|'], 1], [['a_e-o-v', 'b'], 0], [['a', 'e-o-v'], 1], [['', 'b'], 0],
+    [['a', long + long], 1], [[long, 'é'.repeat(101)], 1], [[long, 'é'.repeat(99)], 0]]
+    .forEach(([champs, rang]) => assert.strictEqual(bati('runapp', champs).champ, rang, JSON.stringify(champs)));
+  assert.strictEqual('champ' in bati('runapp', ['a', 'b']), false);
+});
+
 test('the answer to wait for is the last field, or a probe as a whole', () => {
   assert.strictEqual(valeur.reponseAttendue(bati('runapp', ['/bin/x', '']).valeur), '1732184523001');
   assert.strictEqual(valeur.reponseAttendue(valeur.construireSonde(7).valeur), 'sonde-7');
@@ -88,7 +99,7 @@ test('the time of sending is read back from a value', () => {
 });
 
 test('names that the table could not hold are refused', () => {
-  ['', 'a"b', 'a\\b', 'a\tb', 'a_|_b', 'a;b', 'a_|', 'a\nb'].forEach((nom) => {
+  ['', 'a"b', 'a\\b', 'a\tb', 'a_|_b', 'a;b', 'a_|', 'a_e-o-v', 'e-o-v', 'a\nb'].forEach((nom) => {
     assert.notStrictEqual(valeur.erreurDeNom(nom), '', JSON.stringify(nom));
   });
   ['Été', 'λ 😀', "L'eau", 'a_|b', 'a|'].forEach((nom) => {

@@ -133,10 +133,11 @@ var TavrolloFileAttente = (function (valeur) {
     }
 
     // demande: { titre, detail, mot, champs } or { titre, sonde: true }; delaiMs holds the first
-    // sending back; surChange(entree) hears of every change. Gives { entree } or { erreur }.
+    // sending back; surChange(entree) hears of every change. Gives { entree }, or { erreur, champ } as
+    // TavrolloValeur does.
     function ajouter(demande) {
       var essai = construire(demande, Math.max(env.maintenant(), dernierCompteur + 1));
-      if (essai.erreur) { return { erreur: essai.erreur }; }
+      if (essai.erreur) { return essai; }
       var entree = {
         id: prochainId++,
         demande: demande,

@@ -52,8 +52,16 @@
     });
   }
 
-  function envoyer(demande, champ, message, suite) {
-    if (!Tavrollo.commander(demande, message, suite)) { refuser(champ, message, message.textContent); }
+  // A field's label, without what stands behind it in parentheses.
+  function nomDuChamp(champ) { return champ.labels[0].textContent.replace(/\s\(.*\)$/, ''); }
+
+  // champs: where the command's fields were typed, in their order.
+  function envoyer(demande, champs, message, suite) {
+    var ajoutee = Tavrollo.commander(demande, message, suite);
+    if (!ajoutee.erreur) { return; }
+    var champ = champs[ajoutee.champ];
+    var lequel = champs.length > 1 ? ' Voyez le champ « ' + nomDuChamp(champ) + ' ».' : '';
+    refuser(champ, message, ajoutee.erreur + lequel);
   }
 
   // A form with one path: opens it by the command.
@@ -62,7 +70,7 @@
       var chemin = raccourcis.cheminSaisi(par(idChamp).value);
       if (chemin === '') { return refuser(par(idChamp), par(idMessage), vide); }
       envoyer({ mot: mot, champs: [chemin], titre: titre,
-        detail: raccourcis.cheminLisible(chemin) }, par(idChamp), par(idMessage));
+        detail: raccourcis.cheminLisible(chemin) }, [par(idChamp)], par(idMessage));
     });
   }
 
@@ -74,7 +82,7 @@
     envoyer({
       mot: 'runapp', champs: [chemin, parametres], titre: 'Lancer un programme',
       detail: (raccourcis.cheminLisible(chemin) + ' ' + parametres).trim()
-    }, par('champProgramme'), message);
+    }, [par('champProgramme'), par('champParametres')], message);
   }
 
   function creerRaccourci() {
@@ -88,19 +96,29 @@
     envoyer({
       mot: 'createlink', champs: [lue.adresse, nom], titre: 'Créer le raccourci « ' + nom + ' »',
       detail: adresseLisible(lue.adresse.slice(3))
-    }, par('champAdresse'), message, function () { confirmerRaccourci(nom); });
+    }, [par('champAdresse'), par('champNom')], message, function () { confirmerRaccourci(nom); });
   }
 
+  function lireRaccourcis() {
+    var table = chargeur.tableDesRaccourcis();
+    return table ? raccourcis.entrees(table) : [];
+  }
+
+  // The program answered; the table it wrote tells whether the shortcut is really there. Another one
+  // may have had that name before.
   function confirmerRaccourci(nom) {
+    var connues = lireRaccourcis().map(function (entree) { return entree.cle; });
     chargeur.recharger(RACCOURCIS, function () {
-      var liste = montrerRaccourcis();
-      var cree = liste.filter(function (entree) { return entree.nom === nom; }).pop();
+      montrerRaccourcis();
+      var cree = lireRaccourcis().filter(function (entree) {
+        return entree.nom === nom && connues.indexOf(entree.cle) < 0;
+      }).pop();
       if (cree) {
         Tavrollo.dire(par('messageRaccourci'), 'Raccourci créé, avec la clé ' + cree.cle + '.', 'succes');
         par('formRaccourci').reset();
       } else {
-        Tavrollo.dire(par('messageRaccourci'), 'Tavrollo a reçu la commande, mais le raccourci n’est ' +
-          'pas dans la liste que cette page connaît.', 'erreur');
+        Tavrollo.dire(par('messageRaccourci'), 'Tavrollo a reçu la commande, mais le nouveau ' +
+          'raccourci n’est pas dans la liste que cette page connaît.', 'erreur');
       }
     });
   }
@@ -130,16 +148,14 @@
   }
 
   function montrerRaccourcis() {
-    var table = chargeur.tableDesRaccourcis();
-    var liste = table ? raccourcis.entrees(table) : [];
+    var liste = lireRaccourcis();
     par('corpsRaccourcis').replaceChildren.apply(par('corpsRaccourcis'), liste.map(ligneDe));
     par('tableRaccourcis').hidden = liste.length === 0;
     par('sansRaccourci').hidden = liste.length > 0;
-    par('sansRaccourci').textContent = table
+    par('sansRaccourci').textContent = chargeur.tableDesRaccourcis()
       ? 'Aucun raccourci pour l’instant : créez le premier ci-dessus.'
       : 'Le fichier des raccourcis (shortQrCode.js) est introuvable. Tavrollo le crée à son premier ' +
         'démarrage ; le reste de la page fonctionne.';
-    return liste;
   }
 
   function deverrouiller() {
@@ -178,7 +194,7 @@
     var erreur = valeur.erreurDeCle(cle);
     if (erreur) { return refuser(par('champNouvelleCle'), par('messageNouvelleCle'), erreur); }
     envoyer({ mot: 'ini', champs: [cle], titre: 'Enregistrer la clé de la page' },
-      par('champNouvelleCle'), par('messageNouvelleCle'), function () { confirmerCle(cle); });
+      [par('champNouvelleCle')], par('messageNouvelleCle'), function () { confirmerCle(cle); });
   }
 
   // The program answered; the script it wrote tells whether the key is really there.

@@ -68,7 +68,7 @@ var Tavrollo = (function (valeur, raccourcis, chargeur, vue) {
   }
 
   // Queues a command and lets the message element follow it; demande.bilan is what it says in the
-  // end instead of the time taken. Gives false when the command was refused.
+  // end instead of the time taken. Gives what the queue gave: { entree } or { erreur, champ }.
   function commander(demande, message, suite) {
     demande.surChange = function (entree) {
       var genres = { recue: 'succes', muette: 'erreur' };
@@ -77,22 +77,18 @@ var Tavrollo = (function (valeur, raccourcis, chargeur, vue) {
     };
     var ajoutee = file.ajouter(demande);
     if (ajoutee.erreur) { dire(message, ajoutee.erreur, 'erreur'); }
-    return !ajoutee.erreur;
+    return ajoutee;
   }
 
   // Opens a shortcut: a page in the browser, everything else through the program.
   function ouvrirRaccourci(entree, message) {
     var cible = raccourcis.resoudre(entree.adresse);
-    if (cible.erreur) {
-      dire(message, cible.erreur, 'erreur');
-      return false;
-    }
+    if (cible.erreur) { return dire(message, cible.erreur, 'erreur'); }
     if (cible.genre === 'web') {
       window.open(cible.url, '_blank', 'noopener,noreferrer');
-      dire(message, '« ' + entree.nom + ' » s’ouvre dans le navigateur.', 'succes');
-      return true;
+      return dire(message, '« ' + entree.nom + ' » s’ouvre dans le navigateur.', 'succes');
     }
-    return commander({
+    commander({
       mot: 'shellexe', champs: [cible.chemin], titre: 'Ouvrir « ' + entree.nom + ' »',
       detail: raccourcis.cheminLisible(cible.chemin)
     }, message);

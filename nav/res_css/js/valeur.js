@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Builds the values of the command cookie, or says in French why a text cannot become one. Pure:
-// no page, no clock, no cookie. Results are { valeur: … } or { erreur: … }.
+// no page, no clock, no cookie. Results are { valeur: … } or { erreur: … }, with the number of the
+// field at fault as champ where one of them is.
 var TavrolloValeur = (function (octets) {
   'use strict';
 
@@ -54,19 +55,15 @@ var TavrolloValeur = (function (octets) {
     return '';
   }
 
-  function memesChamps(gauche, droite) {
-    return gauche.length === droite.length &&
-      gauche.every(function (champ, i) { return champ === droite[i]; });
-  }
-
-  // A field's last characters and the separator behind it can make a separator or an end marker
-  // together, although neither holds one: what was joined is split again to see.
-  function erreurDAssemblage(champs, corps) {
-    if (!memesChamps(corps.split(SEPARATEUR), champs)) {
+  // A field and the separators around it can make a separator or an end marker together, although
+  // none of them holds one: what was joined is split again to see.
+  function erreurDAssemblage(champ) {
+    var entoure = SEPARATEUR + champ + SEPARATEUR;
+    if (entoure.split(SEPARATEUR)[1] !== champ) {
       return 'Un texte se termine par « _| », ce qui se confond avec le séparateur « _|_ » : ' +
         'retirez ces signes.';
     }
-    if ((corps + MARQUE_FIN).indexOf(MARQUE_FIN) !== corps.length) {
+    if (entoure.indexOf(MARQUE_FIN) >= 0) {
       return 'Un texte se termine par « _e-o-v », ce qui se confond avec la marque de fin : ' +
         'retirez ces signes.';
     }
@@ -82,6 +79,12 @@ var TavrolloValeur = (function (octets) {
       ' (une lettre accentuée en compte deux).';
   }
 
+  // Where there is most to shorten.
+  function rangDuPlusLong(champs) {
+    var longueurs = champs.map(octets.longueurUtf8);
+    return longueurs.indexOf(Math.max.apply(null, longueurs));
+  }
+
   // A command with its own fields and, behind them, the counter that makes each value new.
   function construireCommande(mot, champs, compteur) {
     if (!Object.prototype.hasOwnProperty.call(COMMANDES, mot)) {
@@ -94,15 +97,14 @@ var TavrolloValeur = (function (octets) {
     }
     for (var i = 0; i < champs.length; i++) {
       if (i < forme.remplis && champs[i] === '') {
-        return { erreur: 'Il manque un texte : rien n’a été envoyé.' };
+        return { erreur: 'Il manque un texte : rien n’a été envoyé.', champ: i };
       }
-      var erreur = erreurDeChamp(champs[i]);
-      if (erreur) { return { erreur: erreur }; }
+      var erreur = erreurDeChamp(champs[i]) || erreurDAssemblage(champs[i]);
+      if (erreur) { return { erreur: erreur, champ: i }; }
     }
-    var tous = [mot].concat(champs, String(compteur));
-    var corps = tous.join(SEPARATEUR);
-    erreur = erreurDAssemblage(tous, corps) || erreurDeLongueur(corps);
-    return erreur ? { erreur: erreur } : { valeur: corps + MARQUE_FIN };
+    var corps = [mot].concat(champs, String(compteur)).join(SEPARATEUR);
+    erreur = erreurDeLongueur(corps);
+    return erreur ? { erreur: erreur, champ: rangDuPlusLong(champs) } : { valeur: corps + MARQUE_FIN };
   }
 
   // A value that the program handles without doing anything: it shows that the bridge works.
@@ -131,7 +133,7 @@ var TavrolloValeur = (function (octets) {
 
   function erreurDeNom(nom) {
     if (nom === '') { return 'Donnez un nom au raccourci.'; }
-    return erreurDeGuillemets(nom) || erreurDeChamp(nom) || erreurDAssemblage([nom, ''], nom + SEPARATEUR);
+    return erreurDeGuillemets(nom) || erreurDeChamp(nom) || erreurDAssemblage(nom);
   }
 
   function erreurDeCle(cle) {
