@@ -412,6 +412,15 @@ TEST_F(Synchro, LeavingWithoutATravellingTableIsSilent) {
   EXPECT_EQ(journal, Journal{"restart"});
 }
 
+TEST_F(Synchro, LeavingKeepsTheTravellingTableWhileTheLiveOneIsMissing) {
+  scratch.write("nav/user_datas/shortQrCode.js", "the last");
+  std::filesystem::remove(scratch.path("nav/res_css/js/shortQrCode.js"));
+  open();
+  click("cmdClose");
+  EXPECT_EQ(scratch.read("nav/user_datas/shortQrCode.js"), "the last");
+  EXPECT_EQ(journal, Journal{"restart"});
+}
+
 TEST_F(Synchro, EnleverFermerIsForWindows) {
   QWidget alone;
   QWidget part(&alone);

@@ -375,4 +375,39 @@ TEST_F(FolderSyncTest, LeavingTakesTheTravellingTableAwayAndKeepsTheLiveOne) {
   FolderSync::removeTravellingTable(webRoot);
 }
 
+TEST_F(FolderSyncTest, LeavingKeepsTheTravellingTableWhileTheLiveOneIsMissing) {
+  scratch.write("nav/user_datas/shortQrCode.js", "the last");
+  std::filesystem::remove(scratch.path("nav/res_css/js/shortQrCode.js"));
+  FolderSync::removeTravellingTable(webRoot);
+  EXPECT_EQ(scratch.read("nav/user_datas/shortQrCode.js"), "the last");
+
+  scratch.makeFolders("nav/res_css/js/shortQrCode.js");
+  FolderSync::removeTravellingTable(webRoot);
+  EXPECT_EQ(scratch.read("nav/user_datas/shortQrCode.js"), "the last") << "a folder is no table";
+  std::filesystem::remove(scratch.path("nav/res_css/js/shortQrCode.js"));
+
+  questions.answers = {Answer::Ok};
+  compare();
+  EXPECT_TRUE(sync.synchronise().shortcutsRestored);
+  EXPECT_EQ(scratch.read("nav/res_css/js/shortQrCode.js"), "the last");
+  FolderSync::removeTravellingTable(webRoot);
+  EXPECT_TRUE(scratch.namesIn("nav/user_datas").empty());
+}
+
+#ifndef TAVROLLO_WITHOUT_POSIX  // it closes a folder
+TEST_F(FolderSyncTest, LeavingKeepsTheTravellingTableWhileNobodyKnowsOfTheLiveOne) {
+  scratch.write("nav/user_datas/shortQrCode.js", "perhaps the last");
+  ::chmod(scratch.path().c_str(), 0755);
+  ::chmod(scratch.path("nav/user_datas").c_str(), 0777);
+  ::chmod(scratch.path("nav/res_css/js").c_str(), 0);
+  EXPECT_EQ(inChildWithoutRights([&] {
+              FolderSync::removeTravellingTable(webRoot);
+              return 0;
+            }),
+            0);
+  ::chmod(scratch.path("nav/res_css/js").c_str(), 0755);
+  EXPECT_EQ(scratch.read("nav/user_datas/shortQrCode.js"), "perhaps the last");
+}
+#endif
+
 }  // namespace
