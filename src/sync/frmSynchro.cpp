@@ -9,6 +9,7 @@
 #include "platform/Guarded.h"
 #include "platform/qt/Centre.h"
 #include "platform/qt/ClickHandler.h"
+#include "platform/qt/PastedLines.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/ReturnKey.h"
 #include "sync/BackupFolder.h"
@@ -73,6 +74,7 @@ frmSynchro::frmSynchro(SynchroSurroundings surroundings)
       model_(sync_, to_.locale) {
   ui_->setupUi(this);
   pressWithReturn(*this);
+  cutPastedLines(*this);
   labDir_ = {ui_->labDir_0, ui_->labDir_1, ui_->labDir_2};
   labNbre_ = {nullptr, ui_->labNbre_1, ui_->labNbre_2};
   ui_->cmdPath->setIcon(imageOfKey(u"backup"));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The synchronisation window on real folders, as its user has it.
 #include <QAbstractButton>
+#include <QClipboard>
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QHeaderView>
@@ -583,6 +584,32 @@ TEST_F(Synchro, TheTypedPathIsComparedWith) {
   click("cmdCompare");
   EXPECT_EQ(rows(), (Lines{"0|shortQrCode.js|", "2||c"}));
   EXPECT_EQ(settings.backupPath, scratch.text("stick") + u"/") << "only the dialog's choice stays";
+}
+
+TEST_F(Synchro, WhatIsPastedEndsWithItsFirstLine) {
+  scratch.write("autre/c.doc", "1");
+  scratch.write("autre/c.txt", "1");
+  open();
+  const auto paste = [this](const char* name, const QString& text) {
+    QApplication::clipboard()->setText(text);
+    find<QLineEdit>(name).selectAll();
+    QTest::keyClick(&find<QLineEdit>(name), Qt::Key_V, Qt::ControlModifier);
+  };
+  paste("txtPath", toQt(scratch.text("autre")) + QStringLiteral("\r\n"));
+  paste("txtFiltre", QStringLiteral("*.doc\n*.txt\n"));
+  EXPECT_EQ(fromQt(path().text()), scratch.text("autre"));
+  EXPECT_EQ(find<QLineEdit>("txtFiltre").text(), QStringLiteral("*.doc"));
+  click("cmdCompare");
+  EXPECT_EQ(rows(), Lines{"2||c.doc"});
+}
+
+TEST_F(Synchro, AChosenFolderWithALineEndInItsNameStaysWhatItIs) {
+  scratch.write("deux\nlignes/c", "1");
+  open();
+  questions.folders = {scratch.text("deux\nlignes")};
+  click("cmdPath");
+  click("cmdCompare");
+  EXPECT_EQ(rows(), (Lines{"0|shortQrCode.js|", "2||c"}));
 }
 
 TEST_F(Synchro, AMissingBackupIsToldAndItsSideIsEmpty) {
