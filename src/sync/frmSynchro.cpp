@@ -108,6 +108,7 @@ void frmSynchro::Form_Load() {
   open_ = true;
   setMinimumSize(pixelsFromTwips(kSynchroWidth), pixelsFromTwips(kSynchroHeight));
   ui_->Grid->viewport()->installEventFilter(this);
+  ui_->Grid->verticalScrollBar()->installEventFilter(this);
   EnleverFermer(*this);
   if (!isBackupFolder(to_.settings.backupPath)) {
     to_.settings.backupPath = homeDriveRoot(drivePlaces());
@@ -157,9 +158,7 @@ void frmSynchro::Form_Resize() {
 void frmSynchro::wheelEvent(QWheelEvent* event) { MouseEvent1_Wheel(*event); }
 
 bool frmSynchro::eventFilter(QObject* watched, QEvent* event) {
-  if (watched != ui_->Grid->viewport() || event->type() != QEvent::Wheel) {
-    return QWidget::eventFilter(watched, event);
-  }
+  if (event->type() != QEvent::Wheel) return QWidget::eventFilter(watched, event);
   const auto& wheel = static_cast<const QWheelEvent&>(*event);
   if (wheel.angleDelta().y() == 0) return false;  // sideways
   MouseEvent1_Wheel(wheel);

@@ -1001,6 +1001,24 @@ TEST_F(Synchro, AWheelNotchMovesTheTableThreeRowsWhereverThePointerIs) {
   EXPECT_LT(firstRow(), 60);
 }
 
+TEST_F(Synchro, AWheelNotchMovesTheTableThreeRowsWhateverTheDesktopsNumberOfLines) {
+  const int usual = QApplication::wheelScrollLines();
+  QApplication::setWheelScrollLines(usual + 4);
+  for (int i = 0; i < 60; ++i) scratch.write("nav/user_datas/f" + std::to_string(i), "");
+  open();
+  click("cmdCompare");
+  ASSERT_TRUE(waitUntil([&] { return grid().verticalScrollBar()->isVisible(); }));
+  int expected = 0;
+  for (QWidget* target : {static_cast<QWidget*>(grid().verticalScrollBar()), grid().viewport(),
+                          grid().horizontalHeader()->viewport()}) {
+    notch(*target, -120);
+    EXPECT_EQ(firstRow(), expected += 3) << target->metaObject()->className();
+  }
+  notch(*grid().verticalScrollBar(), 120);
+  EXPECT_EQ(firstRow(), expected - 3);
+  QApplication::setWheelScrollLines(usual);
+}
+
 TEST_F(Synchro, AWheelThatTurnsSidewaysMovesTheTableSideways) {
   for (int i = 0; i < 60; ++i) scratch.write("nav/user_datas/f" + std::to_string(i), "");
   open();
