@@ -175,6 +175,8 @@ TEST_F(Barcode, OpensAt36PointsWhateverWasTypedBefore) {
   ASSERT_EQ(view().fontSize(), 48);
   open();
   EXPECT_EQ(view().fontSize(), 36);
+  choose(5);
+  EXPECT_EQ(view().fontSize(), 48) << "what the box shows";
 }
 
 TEST_F(Barcode, IsNoModalWindowAndLiesInTheMiddleOfTheScreen) {
@@ -433,9 +435,10 @@ TEST_F(Barcode, ExportTellsWhatWentWrong) {
   EXPECT_EQ(journal, Journal({"ask Tavrollo"})) << "what was not written is not opened";
 }
 
-TEST_F(Barcode, TheLicenceLeadsToThePageAboutTheFonts) {
+TEST_F(Barcode, AClickOnTheLicenceLeadsToThePageAboutTheFonts) {
   open();
-  Q_EMIT control<QLabel>(window, "LabLicence").linkActivated({});
+  auto& licence = control<QLabel>(window, "LabLicence");
+  QTest::mouseClick(&licence, Qt::LeftButton, {}, QPoint(20, licence.height() / 2));
   ASSERT_EQ(shell.requests.size(), 1U);
   EXPECT_EQ(shell.requests[0].operation, u"open");
   EXPECT_EQ(shell.requests[0].file, u"/nav/aide.html");

@@ -452,6 +452,18 @@ TEST_F(Synchro, CancellingTheChoiceKeepsTheFolder) {
   EXPECT_EQ(fromQt(path().text()), scratch.text("stick") + u"/");
 }
 
+TEST_F(Synchro, TheChoiceBeginsAtTheLastChosenFolderAndNotAtATypedOne) {
+  scratch.makeFolders("autre");
+  open();
+  path().setText(toQt(scratch.text("autre")));
+  questions.folders = {std::nullopt};
+  click("cmdPath");
+  EXPECT_EQ(questions.folderRequests.back().startFolder, scratch.text("stick") + u"/");
+  EXPECT_EQ(settings.backupPath, scratch.text("stick") + u"/") << "cancelled";
+  EXPECT_EQ(fromQt(path().text()), scratch.text("stick") + u"/");
+  EXPECT_EQ(scratch.read("config.cfg"), configBytes(settings, locale));
+}
+
 TEST_F(Synchro, OpensTheBackupFolder) {
   open();
   click("cmdOpen");
@@ -473,6 +485,19 @@ TEST_F(Synchro, ABackupFolderThatIsGoneIsNotOpened) {
   click("cmdOpen");
   EXPECT_EQ(questions.boxes, std::vector<Box>{backupFolderMissingBox(settings.backupPath)});
   EXPECT_EQ(journal, Journal{"ask Tavrollo : Synchroniser"});
+}
+
+TEST_F(Synchro, WhatIsNoBackupFolderIsNotOpenedThoughSomethingIsThere) {
+  open();
+  scratch.write("fichier", "no folder");
+  for (const Text& there : {Text(u".."), scratch.text("fichier")}) {
+    settings.backupPath = there;
+    questions.answers = {Answer::Ok};
+    questions.boxes.clear();
+    click("cmdOpen");
+    EXPECT_EQ(questions.boxes, std::vector<Box>{backupFolderMissingBox(there)});
+  }
+  EXPECT_EQ(journal, Journal(2, "ask Tavrollo : Synchroniser")) << "nothing was started";
 }
 
 TEST_F(Synchro, AnExplorerThatCannotBeStartedIsToldAbout) {

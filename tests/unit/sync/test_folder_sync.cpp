@@ -106,6 +106,7 @@ TEST_F(FolderSyncTest, ATableThatWasSavedSinceTheComparisonStays) {
   EXPECT_FALSE(sync.synchronise().shortcutsRestored);
   EXPECT_EQ(scratch.read("nav/res_css/js/shortQrCode.js"), "saved since");
   EXPECT_EQ(progress.lines.back(), toUtf8(kLiveTableChanged));
+  EXPECT_FALSE(sync.isFirstComparison());
   compare();
   EXPECT_EQ(rows(), Lines{"1 shortQrCode.js shortQrCode.js"});
 }
@@ -124,6 +125,7 @@ TEST_F(FolderSyncTest, ATableThatDidNotTravelIsNotReplacedByTheBackupsOlderOne) 
   EXPECT_EQ(scratch.read("nav/user_datas/shortQrCode.js"), "older");
   EXPECT_EQ(scratch.read("nav/res_css/js/shortQrCode.js"), "live");
   EXPECT_EQ(progress.lines.back(), toUtf8(kLiveTableStayed));
+  EXPECT_FALSE(sync.isFirstComparison());
   // The next comparison takes it along, and the backup gets it.
   compare();
   EXPECT_EQ(rows(), Lines{"1 shortQrCode.js shortQrCode.js"});
@@ -157,6 +159,19 @@ TEST_F(FolderSyncTest, AMissingBackupFolderIsToldAndItsSideIsEmpty) {
   EXPECT_EQ(rows(), Lines{"0 shortQrCode.js -"});
   EXPECT_EQ(sync.synchronise().copied, 1u);
   EXPECT_EQ(scratch.read("gone/shortQrCode.js"), "live");
+}
+
+TEST_F(FolderSyncTest, AFolderOfTheUserThatCannotBeMadeIsToldAndItsSideIsEmpty) {
+  std::filesystem::remove_all(scratch.path("nav"));
+  scratch.write("nav", "in the way");
+  scratch.write("stick/a", "");
+  questions.answers = {Answer::Ok, Answer::Ok, Answer::Ok};
+  EXPECT_EQ(compare(), Outcome::Different);
+  const Text missing = scratch.text("nav/user_datas") + nativeSeparator();
+  ASSERT_EQ(questions.boxes.size(), 3u) << "the folder, the table, the folder again";
+  EXPECT_EQ(questions.boxes[1], shortcutCopyFailedBox());
+  EXPECT_EQ(questions.boxes[2], folderMissingBox(missing));
+  EXPECT_EQ(rows(), Lines{"2 - a"});
 }
 
 TEST_F(FolderSyncTest, AMissingFolderOfTheUserIsMadeForTheTable) {
