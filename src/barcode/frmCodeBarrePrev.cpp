@@ -16,6 +16,7 @@
 #include "platform/Files.h"
 #include "platform/Guarded.h"
 #include "platform/qt/Centre.h"
+#include "platform/qt/PastedLines.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/ReturnKey.h"
 #include "ui_frmCodeBarrePrev.h"
@@ -32,6 +33,7 @@ frmCodeBarrePrev::frmCodeBarrePrev(BarcodeSurroundings surroundings, PrinterChoi
       ui_(std::make_unique<Ui::frmCodeBarrePrev>()) {
   ui_->setupUi(this);
   pressWithReturn(*this);
+  cutPastedLines(*this);
   connectControls();
 }
 

@@ -66,6 +66,8 @@ SyncReport FolderSync::synchronise() {
 
 void FolderSync::removeTravellingTable(const Text& webRoot) {
   if (webRoot.empty()) return;
+  std::error_code unknown;
+  if (!std::filesystem::is_regular_file(toPath(liveShortcutTable(webRoot)), unknown)) return;
   std::error_code ignored;
   std::filesystem::remove(toPath(travellingShortcutTable(webRoot)), ignored);
 }

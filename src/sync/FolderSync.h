@@ -29,7 +29,8 @@ class FolderSync {
   // comparison is no longer the first. To be followed by another `compare`.
   SyncReport synchronise();
 
-  // The window closes: the shortcut table among the user's files goes, the live one stays.
+  // The window closes: the shortcut table among the user's files goes, the live one stays. Where
+  // the live one is not seen to stand, the other may be the last, and stays too.
   static void removeTravellingTable(const Text& webRoot);
 
   bool isFirstComparison() const { return firstComparison_; }

@@ -9,6 +9,7 @@
 #include "platform/Guarded.h"
 #include "platform/qt/Centre.h"
 #include "platform/qt/ClickHandler.h"
+#include "platform/qt/PastedLines.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/ReturnKey.h"
 #include "sync/BackupFolder.h"
@@ -73,6 +74,7 @@ frmSynchro::frmSynchro(SynchroSurroundings surroundings)
       model_(sync_, to_.locale) {
   ui_->setupUi(this);
   pressWithReturn(*this);
+  cutPastedLines(*this);
   labDir_ = {ui_->labDir_0, ui_->labDir_1, ui_->labDir_2};
   labNbre_ = {nullptr, ui_->labNbre_1, ui_->labNbre_2};
   ui_->cmdPath->setIcon(imageOfKey(u"backup"));
@@ -106,6 +108,7 @@ void frmSynchro::Form_Load() {
   open_ = true;
   setMinimumSize(pixelsFromTwips(kSynchroWidth), pixelsFromTwips(kSynchroHeight));
   ui_->Grid->viewport()->installEventFilter(this);
+  ui_->Grid->verticalScrollBar()->installEventFilter(this);
   EnleverFermer(*this);
   if (!isBackupFolder(to_.settings.backupPath)) {
     to_.settings.backupPath = homeDriveRoot(drivePlaces());
@@ -155,9 +158,7 @@ void frmSynchro::Form_Resize() {
 void frmSynchro::wheelEvent(QWheelEvent* event) { MouseEvent1_Wheel(*event); }
 
 bool frmSynchro::eventFilter(QObject* watched, QEvent* event) {
-  if (watched != ui_->Grid->viewport() || event->type() != QEvent::Wheel) {
-    return QWidget::eventFilter(watched, event);
-  }
+  if (event->type() != QEvent::Wheel) return QWidget::eventFilter(watched, event);
   const auto& wheel = static_cast<const QWheelEvent&>(*event);
   if (wheel.angleDelta().y() == 0) return false;  // sideways
   MouseEvent1_Wheel(wheel);

@@ -21,6 +21,15 @@
 #include "platform/qt/ScreenReaderRoles.h"
 #include "windows/qt/QtColour.h"
 
+namespace {
+
+// The last is what the toolkit calls the clipboard format of word processors on Windows, which
+// look for no other; elsewhere it is one more name that nobody asks for.
+constexpr const char* kRtfTypes[] = {"text/rtf", "application/rtf",
+                                     R"(application/x-qt-windows-mime;value="Rich Text Format")"};
+
+}  // namespace
+
 SymbolView::SymbolView(QWidget* parent) : QAbstractScrollArea(parent), points_(kUsualFontSize) {
   setScreenReaderRole(*this, QAccessible::Graphic);
   setFontFamily(barcodeOptions().front().font);
@@ -75,8 +84,7 @@ void SymbolView::copy() const {
   auto copied = std::make_unique<QMimeData>();
   copied->setText(toQt(selected));
   const QByteArray rtf = QByteArray::fromStdString(copiedRtf(selected, font_->family(), points_));
-  copied->setData(QStringLiteral("text/rtf"), rtf);
-  copied->setData(QStringLiteral("application/rtf"), rtf);
+  for (const char* const type : kRtfTypes) copied->setData(QString::fromLatin1(type), rtf);
   QGuiApplication::clipboard()->setMimeData(copied.release());
 }
 

@@ -2,6 +2,7 @@
 // The barcode window as its user has it: typed into, clicked, printed, left.
 #include <QCheckBox>
 #include <QClipboard>
+#include <QDropEvent>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -174,6 +175,8 @@ TEST_F(Barcode, OpensAt36PointsWhateverWasTypedBefore) {
   ASSERT_EQ(view().fontSize(), 48);
   open();
   EXPECT_EQ(view().fontSize(), 36);
+  choose(5);
+  EXPECT_EQ(view().fontSize(), 48) << "what the box shows";
 }
 
 TEST_F(Barcode, IsNoModalWindowAndLiesInTheMiddleOfTheScreen) {
@@ -324,6 +327,50 @@ TEST_F(Barcode, ALongTextIsPastedWhole) {
   EXPECT_TRUE(view().text() == result) << view().text().size();
 }
 
+TEST_F(Barcode, WhatIsPastedOrDroppedEndsWithItsFirstLine) {
+  const struct {
+    const char* pasted;
+    const char* kept;
+  } rows[] = {{"12 34", "12 34"}, {"12\n", "12"},       {"12\r\n", "12"},   {"12\r", "12"},
+              {"12\n\n", "12"},   {"12\r\n34\n", "12"}, {"12\u2028", "12"}, {"12\u202934", "12"}};
+  open();
+  choose(5);
+  QLineEdit& source = box("txtSource");
+  for (const auto& row : rows) {
+    QApplication::clipboard()->setText(QString::fromUtf8(row.pasted));
+    source.setText(QStringLiteral("AB"));
+    source.setCursorPosition(1);
+    QTest::keyClick(&source, Qt::Key_V, Qt::ControlModifier);
+    const Text expected = u"A" + fromUtf8Lossless(row.kept) + u"B";
+    EXPECT_EQ(shown("txtSource"), expected) << row.pasted;
+    EXPECT_EQ(source.cursorPosition(), static_cast<int>(expected.size()) - 1) << row.pasted;
+    EXPECT_EQ(encoded, std::make_tuple(5, expected, Text(), false));
+    expectResult(ModcodeBarre::Code128(expected));
+  }
+  QMimeData dragged;
+  dragged.setText(QStringLiteral("34\n"));
+  source.clear();
+  const QPoint place(5, 5);
+  QDragEnterEvent enter(place, Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&source, &enter);
+  QDropEvent drop(place, Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&source, &drop);
+  EXPECT_EQ(shown("txtSource"), u"34");
+}
+
+TEST_F(Barcode, ALineEndIsPastedIntoNoBox) {
+  open();
+  type("txtSource", "1234");
+  QApplication::clipboard()->setText(QStringLiteral("48\r\n"));
+  for (const char* name : {"TxtAdd", "TxtSize"}) {
+    box(name).selectAll();
+    QTest::keyClick(&box(name), Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(shown(name), u"48");
+  }
+  expectResult(ModcodeBarre::CodeBar(2, u"1234", u"48", false));
+  EXPECT_EQ(view().fontSize(), 48);
+}
+
 TEST_F(Barcode, TheResultHasRoomForTheLongestText) {
   const int longest = box("txtSource").maxLength();
   EXPECT_EQ(longest, 1'000'000);
@@ -388,9 +435,10 @@ TEST_F(Barcode, ExportTellsWhatWentWrong) {
   EXPECT_EQ(journal, Journal({"ask Tavrollo"})) << "what was not written is not opened";
 }
 
-TEST_F(Barcode, TheLicenceLeadsToThePageAboutTheFonts) {
+TEST_F(Barcode, AClickOnTheLicenceLeadsToThePageAboutTheFonts) {
   open();
-  Q_EMIT control<QLabel>(window, "LabLicence").linkActivated({});
+  auto& licence = control<QLabel>(window, "LabLicence");
+  QTest::mouseClick(&licence, Qt::LeftButton, {}, QPoint(20, licence.height() / 2));
   ASSERT_EQ(shell.requests.size(), 1U);
   EXPECT_EQ(shell.requests[0].operation, u"open");
   EXPECT_EQ(shell.requests[0].file, u"/nav/aide.html");

@@ -104,7 +104,8 @@ TEST_F(SymbolViewMouse, TheMenuSelectsEverythingAndCopiesWhatIsSelected) {
   const QMimeData& copied = *QApplication::clipboard()->mimeData();
   EXPECT_EQ(fromQt(copied.text()), u"*ABCD*");
   const std::string document = copiedRtf(u"*ABCD*", u"Code 3 de 9", 36);
-  for (const char* type : {"text/rtf", "application/rtf"}) {
+  for (const char* type : {"text/rtf", "application/rtf",
+                           "application/x-qt-windows-mime;value=\"Rich Text Format\""}) {
     EXPECT_EQ(copied.data(QString::fromLatin1(type)).toStdString(), document) << type;
   }
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The synchronisation window on real folders, as its user has it.
 #include <QAbstractButton>
+#include <QClipboard>
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QHeaderView>
@@ -412,6 +413,15 @@ TEST_F(Synchro, LeavingWithoutATravellingTableIsSilent) {
   EXPECT_EQ(journal, Journal{"restart"});
 }
 
+TEST_F(Synchro, LeavingKeepsTheTravellingTableWhileTheLiveOneIsMissing) {
+  scratch.write("nav/user_datas/shortQrCode.js", "the last");
+  std::filesystem::remove(scratch.path("nav/res_css/js/shortQrCode.js"));
+  open();
+  click("cmdClose");
+  EXPECT_EQ(scratch.read("nav/user_datas/shortQrCode.js"), "the last");
+  EXPECT_EQ(journal, Journal{"restart"});
+}
+
 TEST_F(Synchro, EnleverFermerIsForWindows) {
   QWidget alone;
   QWidget part(&alone);
@@ -442,6 +452,18 @@ TEST_F(Synchro, CancellingTheChoiceKeepsTheFolder) {
   EXPECT_EQ(fromQt(path().text()), scratch.text("stick") + u"/");
 }
 
+TEST_F(Synchro, TheChoiceBeginsAtTheLastChosenFolderAndNotAtATypedOne) {
+  scratch.makeFolders("autre");
+  open();
+  path().setText(toQt(scratch.text("autre")));
+  questions.folders = {std::nullopt};
+  click("cmdPath");
+  EXPECT_EQ(questions.folderRequests.back().startFolder, scratch.text("stick") + u"/");
+  EXPECT_EQ(settings.backupPath, scratch.text("stick") + u"/") << "cancelled";
+  EXPECT_EQ(fromQt(path().text()), scratch.text("stick") + u"/");
+  EXPECT_EQ(scratch.read("config.cfg"), configBytes(settings, locale));
+}
+
 TEST_F(Synchro, OpensTheBackupFolder) {
   open();
   click("cmdOpen");
@@ -463,6 +485,19 @@ TEST_F(Synchro, ABackupFolderThatIsGoneIsNotOpened) {
   click("cmdOpen");
   EXPECT_EQ(questions.boxes, std::vector<Box>{backupFolderMissingBox(settings.backupPath)});
   EXPECT_EQ(journal, Journal{"ask Tavrollo : Synchroniser"});
+}
+
+TEST_F(Synchro, WhatIsNoBackupFolderIsNotOpenedThoughSomethingIsThere) {
+  open();
+  scratch.write("fichier", "no folder");
+  for (const Text& there : {Text(u".."), scratch.text("fichier")}) {
+    settings.backupPath = there;
+    questions.answers = {Answer::Ok};
+    questions.boxes.clear();
+    click("cmdOpen");
+    EXPECT_EQ(questions.boxes, std::vector<Box>{backupFolderMissingBox(there)});
+  }
+  EXPECT_EQ(journal, Journal(2, "ask Tavrollo : Synchroniser")) << "nothing was started";
 }
 
 TEST_F(Synchro, AnExplorerThatCannotBeStartedIsToldAbout) {
@@ -574,6 +609,32 @@ TEST_F(Synchro, TheTypedPathIsComparedWith) {
   click("cmdCompare");
   EXPECT_EQ(rows(), (Lines{"0|shortQrCode.js|", "2||c"}));
   EXPECT_EQ(settings.backupPath, scratch.text("stick") + u"/") << "only the dialog's choice stays";
+}
+
+TEST_F(Synchro, WhatIsPastedEndsWithItsFirstLine) {
+  scratch.write("autre/c.doc", "1");
+  scratch.write("autre/c.txt", "1");
+  open();
+  const auto paste = [this](const char* name, const QString& text) {
+    QApplication::clipboard()->setText(text);
+    find<QLineEdit>(name).selectAll();
+    QTest::keyClick(&find<QLineEdit>(name), Qt::Key_V, Qt::ControlModifier);
+  };
+  paste("txtPath", toQt(scratch.text("autre")) + QStringLiteral("\r\n"));
+  paste("txtFiltre", QStringLiteral("*.doc\n*.txt\n"));
+  EXPECT_EQ(fromQt(path().text()), scratch.text("autre"));
+  EXPECT_EQ(find<QLineEdit>("txtFiltre").text(), QStringLiteral("*.doc"));
+  click("cmdCompare");
+  EXPECT_EQ(rows(), Lines{"2||c.doc"});
+}
+
+TEST_F(Synchro, AChosenFolderWithALineEndInItsNameStaysWhatItIs) {
+  scratch.write("deux\nlignes/c", "1");
+  open();
+  questions.folders = {scratch.text("deux\nlignes")};
+  click("cmdPath");
+  click("cmdCompare");
+  EXPECT_EQ(rows(), (Lines{"0|shortQrCode.js|", "2||c"}));
 }
 
 TEST_F(Synchro, AMissingBackupIsToldAndItsSideIsEmpty) {
@@ -963,6 +1024,24 @@ TEST_F(Synchro, AWheelNotchMovesTheTableThreeRowsWhereverThePointerIs) {
   DefilerGrille(1, 255, grid());
   EXPECT_EQ(firstRow(), grid().verticalScrollBar()->maximum());
   EXPECT_LT(firstRow(), 60);
+}
+
+TEST_F(Synchro, AWheelNotchMovesTheTableThreeRowsWhateverTheDesktopsNumberOfLines) {
+  const int usual = QApplication::wheelScrollLines();
+  QApplication::setWheelScrollLines(usual + 4);
+  for (int i = 0; i < 60; ++i) scratch.write("nav/user_datas/f" + std::to_string(i), "");
+  open();
+  click("cmdCompare");
+  ASSERT_TRUE(waitUntil([&] { return grid().verticalScrollBar()->isVisible(); }));
+  int expected = 0;
+  for (QWidget* target : {static_cast<QWidget*>(grid().verticalScrollBar()), grid().viewport(),
+                          grid().horizontalHeader()->viewport()}) {
+    notch(*target, -120);
+    EXPECT_EQ(firstRow(), expected += 3) << target->metaObject()->className();
+  }
+  notch(*grid().verticalScrollBar(), 120);
+  EXPECT_EQ(firstRow(), expected - 3);
+  QApplication::setWheelScrollLines(usual);
 }
 
 TEST_F(Synchro, AWheelThatTurnsSidewaysMovesTheTableSideways) {

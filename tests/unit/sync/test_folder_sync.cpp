@@ -106,6 +106,7 @@ TEST_F(FolderSyncTest, ATableThatWasSavedSinceTheComparisonStays) {
   EXPECT_FALSE(sync.synchronise().shortcutsRestored);
   EXPECT_EQ(scratch.read("nav/res_css/js/shortQrCode.js"), "saved since");
   EXPECT_EQ(progress.lines.back(), toUtf8(kLiveTableChanged));
+  EXPECT_FALSE(sync.isFirstComparison());
   compare();
   EXPECT_EQ(rows(), Lines{"1 shortQrCode.js shortQrCode.js"});
 }
@@ -124,6 +125,7 @@ TEST_F(FolderSyncTest, ATableThatDidNotTravelIsNotReplacedByTheBackupsOlderOne) 
   EXPECT_EQ(scratch.read("nav/user_datas/shortQrCode.js"), "older");
   EXPECT_EQ(scratch.read("nav/res_css/js/shortQrCode.js"), "live");
   EXPECT_EQ(progress.lines.back(), toUtf8(kLiveTableStayed));
+  EXPECT_FALSE(sync.isFirstComparison());
   // The next comparison takes it along, and the backup gets it.
   compare();
   EXPECT_EQ(rows(), Lines{"1 shortQrCode.js shortQrCode.js"});
@@ -157,6 +159,19 @@ TEST_F(FolderSyncTest, AMissingBackupFolderIsToldAndItsSideIsEmpty) {
   EXPECT_EQ(rows(), Lines{"0 shortQrCode.js -"});
   EXPECT_EQ(sync.synchronise().copied, 1u);
   EXPECT_EQ(scratch.read("gone/shortQrCode.js"), "live");
+}
+
+TEST_F(FolderSyncTest, AFolderOfTheUserThatCannotBeMadeIsToldAndItsSideIsEmpty) {
+  std::filesystem::remove_all(scratch.path("nav"));
+  scratch.write("nav", "in the way");
+  scratch.write("stick/a", "");
+  questions.answers = {Answer::Ok, Answer::Ok, Answer::Ok};
+  EXPECT_EQ(compare(), Outcome::Different);
+  const Text missing = scratch.text("nav/user_datas") + nativeSeparator();
+  ASSERT_EQ(questions.boxes.size(), 3u) << "the folder, the table, the folder again";
+  EXPECT_EQ(questions.boxes[1], shortcutCopyFailedBox());
+  EXPECT_EQ(questions.boxes[2], folderMissingBox(missing));
+  EXPECT_EQ(rows(), Lines{"2 - a"});
 }
 
 TEST_F(FolderSyncTest, AMissingFolderOfTheUserIsMadeForTheTable) {
@@ -374,5 +389,40 @@ TEST_F(FolderSyncTest, LeavingTakesTheTravellingTableAwayAndKeepsTheLiveOne) {
   EXPECT_EQ(scratch.read("nav/res_css/js/shortQrCode.js"), "live");
   FolderSync::removeTravellingTable(webRoot);
 }
+
+TEST_F(FolderSyncTest, LeavingKeepsTheTravellingTableWhileTheLiveOneIsMissing) {
+  scratch.write("nav/user_datas/shortQrCode.js", "the last");
+  std::filesystem::remove(scratch.path("nav/res_css/js/shortQrCode.js"));
+  FolderSync::removeTravellingTable(webRoot);
+  EXPECT_EQ(scratch.read("nav/user_datas/shortQrCode.js"), "the last");
+
+  scratch.makeFolders("nav/res_css/js/shortQrCode.js");
+  FolderSync::removeTravellingTable(webRoot);
+  EXPECT_EQ(scratch.read("nav/user_datas/shortQrCode.js"), "the last") << "a folder is no table";
+  std::filesystem::remove(scratch.path("nav/res_css/js/shortQrCode.js"));
+
+  questions.answers = {Answer::Ok};
+  compare();
+  EXPECT_TRUE(sync.synchronise().shortcutsRestored);
+  EXPECT_EQ(scratch.read("nav/res_css/js/shortQrCode.js"), "the last");
+  FolderSync::removeTravellingTable(webRoot);
+  EXPECT_TRUE(scratch.namesIn("nav/user_datas").empty());
+}
+
+#ifndef TAVROLLO_WITHOUT_POSIX  // it closes a folder
+TEST_F(FolderSyncTest, LeavingKeepsTheTravellingTableWhileNobodyKnowsOfTheLiveOne) {
+  scratch.write("nav/user_datas/shortQrCode.js", "perhaps the last");
+  ::chmod(scratch.path().c_str(), 0755);
+  ::chmod(scratch.path("nav/user_datas").c_str(), 0777);
+  ::chmod(scratch.path("nav/res_css/js").c_str(), 0);
+  EXPECT_EQ(inChildWithoutRights([&] {
+              FolderSync::removeTravellingTable(webRoot);
+              return 0;
+            }),
+            0);
+  ::chmod(scratch.path("nav/res_css/js").c_str(), 0755);
+  EXPECT_EQ(scratch.read("nav/user_datas/shortQrCode.js"), "perhaps the last");
+}
+#endif
 
 }  // namespace
