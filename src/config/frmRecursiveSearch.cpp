@@ -10,6 +10,7 @@
 #include "platform/Guarded.h"
 #include "platform/qt/Centre.h"
 #include "platform/qt/ClickHandler.h"
+#include "platform/qt/PastedLines.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/ReturnKey.h"
 #include "ui_frmRecursiveSearch.h"
@@ -18,6 +19,7 @@ frmRecursiveSearch::frmRecursiveSearch(SearchSurroundings surroundings)
     : to_(std::move(surroundings)), ui_(std::make_unique<Ui::frmRecursiveSearch>()) {
   ui_->setupUi(this);
   pressWithReturn(*this);
+  cutPastedLines(*this);
   ui_->cmdClose->hide();  // until there is an outcome
   centre(*this);
 

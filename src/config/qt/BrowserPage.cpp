@@ -9,6 +9,7 @@
 #include "config/SearchBoxes.h"
 #include "config/modGetOsVersion.h"
 #include "platform/qt/ClickHandler.h"
+#include "platform/qt/PastedLines.h"
 #include "platform/qt/QtText.h"
 #include "text/Numbers.h"
 #include "ui_BrowserPage.h"
@@ -16,6 +17,7 @@
 BrowserPage::BrowserPage(const OptionsSurroundings& surroundings, QWidget* parent)
     : QWidget(parent), to_(surroundings), ui_(std::make_unique<Ui::BrowserPage>()) {
   ui_->setupUi(this);
+  cutPastedLines(*this);
   // A layout asks a text that is broken into lines for less than it needs in a narrow window.
   ui_->labChrome->setMinimumHeight(2 * ui_->labChrome->fontMetrics().lineSpacing());
   ui_->txtTempo->installEventFilter(this);

@@ -10,6 +10,7 @@
 #include "config/SearchBoxes.h"
 #include "config/ShortcutStore.h"
 #include "platform/qt/ClickHandler.h"
+#include "platform/qt/PastedLines.h"
 #include "platform/qt/QtText.h"
 #include "text/Paths.h"
 #include "ui_ShortcutsPage.h"
@@ -41,6 +42,7 @@ ShortcutsPage::ShortcutsPage(const OptionsSurroundings& surroundings, QWidget* p
       ui_(std::make_unique<Ui::ShortcutsPage>()),
       model_(surroundings.shortcuts) {
   ui_->setupUi(this);
+  cutPastedLines(*this);
   ui_->Grid->setModel(&model_);
   setUpGrid(*ui_->Grid);
   subscription_ = to_.shortcuts.subscribe([this] { showCaption(); });

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The options window as its user has it: typed into, clicked, left.
 #include <QCheckBox>
+#include <QClipboard>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -343,6 +344,20 @@ TEST_F(Options, EditingTheBoxesEditsTheSelectedRowAtOnce) {
   EXPECT_EQ(table.rows()[1], (Shortcut{u"000000004", u"quatre", u"web4"}));
   EXPECT_TRUE(box("txtIdQrCode").isReadOnly());
   EXPECT_TRUE(box("txtPathJs").isReadOnly()) << "only its button chooses another file";
+}
+
+// The table's file has a line for each shortcut.
+TEST_F(Options, WhatIsPastedEndsWithItsFirstLine) {
+  open();
+  selectRow(3);
+  QApplication::clipboard()->setText(QStringLiteral("collé\r\nencore\n"));
+  for (const char* name : {"txtNameQrCode", "txtQrCode", "txtPathCookies"}) {
+    goTo(name);
+    box(name).selectAll();
+    QTest::keyClick(&box(name), Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(shown(name), u"collé");
+  }
+  EXPECT_EQ(table.rows()[2], (Shortcut{u"000000005", u"collé", u"collé"}));
 }
 
 TEST_F(Options, WithNoRowSelectedThereIsNothingToEdit) {
