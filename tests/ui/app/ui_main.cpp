@@ -130,6 +130,21 @@ class frmMainTest : public testing::Test {
     throw std::runtime_error(std::string("no entry called ") + name);
   }
 
+  // Starts, and opens the synchronisation on a backup whose shortcut table is the newer one.
+  void compareWithBackupOf(const std::string& table) {
+    folder.makeFolders("nav/user_datas");
+    folder.write("stick/shortQrCode.js", table);
+    start();
+    const std::filesystem::path live(folder.path("nav/res_css/js/shortQrCode.js"));
+    std::filesystem::last_write_time(
+        live, std::filesystem::last_write_time(live) - std::chrono::hours(1));
+    companion.settings.backupPath = folder.text("stick");
+    main->lockMenus(false);
+    questions.answers = {Answer::Ok};
+    entry("MenuSynchro").trigger();
+    control<QAbstractButton>(*window("frmSynchro"), "cmdCompare").click();
+  }
+
   // For an end that comes behind new windows: the toolkit's threads are not there after a fork. The
   // test starts anew in that process.
   static void endInAProcessOfItsOwn() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
@@ -682,22 +697,11 @@ TEST_F(frmMainTest, NothingIsWatchedWhileTheSynchronisationsWindowIsOpen) {
 }
 
 TEST_F(frmMainTest, ARestoredShortcutTableIsTheProgramsTable) {
-  folder.makeFolders("nav/user_datas");
-  folder.write("stick/shortQrCode.js",
-               "var FreeId=77\r\nvar tabObj = new Object();\r\n"
-               "tabObj[\"000000076\"]=\"Du stick_|_webhttps://exemple/\";\r\n"
-               "function ShortQrCode(myKey){\r\n");
-  start();
-  const std::filesystem::path live(folder.path("nav/res_css/js/shortQrCode.js"));
-  std::filesystem::last_write_time(live,
-                                   std::filesystem::last_write_time(live) - std::chrono::hours(1));
-  companion.settings.backupPath = folder.text("stick");
-  main->lockMenus(false);
-  questions.answers = {Answer::Ok};
-  entry("MenuSynchro").trigger();
+  compareWithBackupOf("var FreeId=77\r\nvar tabObj = new Object();\r\n"
+                      "tabObj[\"000000076\"]=\"Du stick_|_webhttps://exemple/\";\r\n"
+                      "function ShortQrCode(myKey){\r\n");
   ASSERT_TRUE(window("frmSynchro"));
   EXPECT_EQ(companion.shortcuts.freeId(), 42);
-  control<QAbstractButton>(*window("frmSynchro"), "cmdCompare").click();
   control<QAbstractButton>(*window("frmSynchro"), "cmdSynchro").click();
   EXPECT_EQ(companion.shortcuts.freeId(), 77);
 
@@ -854,21 +858,11 @@ TEST_F(frmMainTest, RefusingANewTableEndsTheProgramBehindTheSearchToo) {
 
 TEST_F(frmMainTest, RefusingANewTableEndsTheProgramBehindARestoreToo) {
   endInAProcessOfItsOwn();
-  folder.makeFolders("nav/user_datas");
-  folder.write("stick/shortQrCode.js", "du bruit");
-  start();
-  const std::filesystem::path live(folder.path("nav/res_css/js/shortQrCode.js"));
-  std::filesystem::last_write_time(live,
-                                   std::filesystem::last_write_time(live) - std::chrono::hours(1));
-  companion.settings.backupPath = folder.text("stick");
-  main->lockMenus(false);
-  questions.answers = {Answer::Ok};
-  entry("MenuSynchro").trigger();
-  QWidget& synchro = *window("frmSynchro");
-  control<QAbstractButton>(synchro, "cmdCompare").click();
+  compareWithBackupOf("du bruit");
+  ASSERT_TRUE(window("frmSynchro"));
   questions.answers = {Answer::No, Answer::Ok};
-  EXPECT_EXIT(control<QAbstractButton>(synchro, "cmdSynchro").click(), testing::ExitedWithCode(0),
-              "");
+  EXPECT_EXIT(control<QAbstractButton>(*window("frmSynchro"), "cmdSynchro").click(),
+              testing::ExitedWithCode(0), "");
 }
 
 TEST_F(frmMainTest, AFailureInAHandlerBecomesABox) {
