@@ -51,11 +51,8 @@ ShortcutLoad loadShortcuts(Settings& settings, ShortcutTable& table, const Text&
   table.setSource(settings.shortcutPath);
   if (readTable(settings.shortcutPath, table, locale)) return ShortcutLoad::Loaded;
 
-  if (questions.ask(createShortcutsBox()) != Answer::Yes) {
-    questions.ask(shortcutsMissingBox());
-    return ShortcutLoad::Ended;
-  }
-  if (!backUpWhatStands(settings, programFolder, questions)) {
+  const bool wanted = questions.ask(createShortcutsBox()) == Answer::Yes;
+  if (!wanted || !backUpWhatStands(settings, programFolder, questions)) {
     questions.ask(shortcutsMissingBox());
     return ShortcutLoad::Ended;
   }
